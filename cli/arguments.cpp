@@ -1,0 +1,152 @@
+#include "cli/arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <map>
+
+#include "cli/help.h"
+#include "engine/page_encoding.h"
+
+namespace tessaril {
+namespace {
+
+// Where the parser puts what it finds.
+struct Found {
+  std::map<std::string_view, std::string> values;
+  std::map<std::string_view, bool> switches;
+  std::string text;
+  std::string new_text;
+  std::string path;
+
+  bool Has(std::string_view name) const { return switches.at(name); }
+};
+
+std::string NotEmpty(const std::string& value) { return value.empty() ? "must not be empty" : ""; }
+
+void AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
+  CLI::App* const command = app.add_subcommand(std::string(row.command), std::string(row.summary));
+  command->set_help_flag();
+  if (row.function == Function::kSearch || row.function == Function::kReplace) {
+    command->add_option("TEXT", found.text)->required();
+  }
+  if (row.function == Function::kReplace) command->add_option("NEWTEXT", found.new_text)->required();
+  command->add_option("PATH", found.path)->required();
+  for (const OptionRow& option : AllOptions()) {
+    if (!Applies(option, row.function)) continue;
+    const std::string name(option.name);
+    if (option.value.empty()) {
+      command->add_flag(name, found.switches[option.name]);
+    } else {
+      CLI::Option* const added = command->add_option(name, found.values[option.name]);
+      if (option.name != "--cgi-name") added->check(NotEmpty, "");
+    }
+  }
+}
+
+Farewell Refuse(const std::string& reason) {
+  return {"tsl: " + reason + "\nTry 'tsl --help'.\n", 2};
+}
+
+// The mode and what it means for `ShowEach`; nothing when more than one is named.
+bool ChooseMode(const Found& found, Arguments& arguments) {
+  const bool yes = found.Has("--yes");
+  const bool ask = found.Has("--ask");
+  const bool answers = !found.values.at("--answers").empty();
+  if (int{yes} + int{ask} + int{answers} > 1) return false;
+  arguments.mode = yes ? Mode::kYes : ask ? Mode::kAsk : answers ? Mode::kAnswers : Mode::kReportOnly;
+  const Function function = arguments.options.function;
+  const bool proposes = function == Function::kReplace || function == Function::kEntities;
+  arguments.options.ShowEach = ask || answers || (!yes && proposes);
+  return true;
+}
+
+std::variant<Arguments, Farewell> Understand(const Found& found, Function function) {
+  Arguments arguments;
+  RunOptions& options = arguments.options;
+  options.function = function;
+  options.SearchTekst = EnteredText(found.text);
+  options.ReplaceText = EnteredText(found.new_text);
+  options.cboSearchSpec = EnteredText(found.values.at("--filter"));
+  options.ULcase = found.Has("--case");
+  options.chkTags = !found.Has("--no-tags");
+  options.UCfilename = found.Has("--allow-uppercase");
+  options.CGI = !found.Has("--check-cgi");
+  options.CGIname = EnteredText(found.values.at("--cgi-name"));
+  arguments.path = found.path;
+  arguments.answers = found.values.at("--answers");
+  arguments.report = found.values.at("--report");
+  arguments.transcript = found.values.at("--transcript");
+  if (!ChooseMode(found, arguments)) return Refuse("only one of --yes, --ask and --answers may be given");
+  return arguments;
+}
+
+}  // namespace
+
+const std::vector<OptionRow>& AllOptions() {
+  using enum Function;
+  static const std::vector<OptionRow> options = {
+      {"--filter", "PATTERNS", "files to visit, patterns parted by \";\" (default \"*.htm*;shtm*\")", {}},
+      {"--case", "", "UPPER and lower case letters differ", {kSearch, kReplace}},
+      {"--no-tags", "", "take the texts as they are, without &name; entities", {kSearch, kReplace}},
+      {"--allow-uppercase", "", "upper-case letters in file names are no fault", {kLinks}},
+      {"--cgi-name", "NAME", "links that hold NAME are not checked (default \"CGI-bin\")", {kLinks}},
+      {"--check-cgi", "", "check these links, too", {kLinks}},
+      {"--yes", "", "accept every proposal; files are changed", {}},
+      {"--ask", "", "ask at the terminal for each proposal", {}},
+      {"--answers", "FILE", "take the answers from FILE, one a line", {}},
+      {"--report", "FILE", "write the report to FILE instead of standard output", {}},
+      {"--transcript", "FILE", "write each question and its answer to FILE, as JSON Lines", {}},
+      {"--data", "DIR", "folder of the entity data files (no function of this version reads them)", {}},
+  };
+  return options;
+}
+
+bool Applies(const OptionRow& option, Function function) {
+  return option.only.empty() || std::find(option.only.begin(), option.only.end(), function) != option.only.end();
+}
+
+std::string_view PositionalsOf(Function function) {
+  if (function == Function::kSearch) return "TEXT PATH";
+  if (function == Function::kReplace) return "TEXT NEWTEXT PATH";
+  return "PATH";
+}
+
+std::variant<Arguments, Farewell> ParseArguments(int argc, const char* const* argv) {
+  CLI::App app;
+  app.set_help_flag();
+  app.require_subcommand(1);
+  bool help = false;
+  bool version = false;
+  Found found;
+  for (const OptionRow& option : AllOptions()) {
+    if (option.value.empty()) {
+      found.switches[option.name] = false;
+    } else {
+      found.values[option.name];
+    }
+  }
+  const RunOptions defaults;
+  found.values["--filter"] = defaults.cboSearchSpec;
+  found.values["--cgi-name"] = defaults.CGIname;
+  std::map<const CLI::App*, Function> commands;
+  for (const FunctionRow& row : AllFunctions()) {
+    if (row.command.empty()) continue;
+    AddCommand(app, row, found);
+    commands[app.get_subcommand(std::string(row.command))] = row.function;
+  }
+  // Help and version are answered before anything else is looked at, wherever they stand among the options.
+  for (int i = 1; i < argc && std::string_view(argv[i]) != "--"; ++i) {
+    help = help || std::string_view(argv[i]) == "--help";
+    version = version || std::string_view(argv[i]) == "--version";
+  }
+  if (help) return Farewell{HelpText(argc > 1 ? argv[1] : ""), 0};
+  if (version) return Farewell{VersionText(), 0};
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return Refuse(error.what());
+  }
+  return Understand(found, commands.at(app.get_subcommands().front()));
+}
+
+}  // namespace tessaril

@@ -1,0 +1,143 @@
+#include "cli/help.h"
+
+#include <algorithm>
+
+#include "cli/arguments.h"
+
+namespace tessaril {
+namespace {
+
+constexpr std::string_view kPurpose = "finds and mends what creeps into a web site on a disk";
+constexpr std::string_view kPathMeaning =
+    "PATH is a folder, searched with all folders below it, or one file. No file is ever changed without --yes, "
+    "--ask or --answers. A text that begins with \"-\" follows \"--\".";
+
+std::string Padded(std::string_view text, std::size_t width) {
+  std::string padded(text);
+  padded.resize(std::max(width, padded.size()), ' ');
+  return padded;
+}
+
+std::string Wrapped(std::string_view text, std::size_t width) {
+  std::string result;
+  while (text.size() > width) {
+    const std::size_t blank = text.rfind(' ', width);
+    result += std::string(text.substr(0, blank)) + "\n";
+    text.remove_prefix(blank + 1);
+  }
+  return result + std::string(text) + "\n";
+}
+
+std::string CommandLine(const FunctionRow& row) {
+  return std::string(row.command) + " " + std::string(PositionalsOf(row.function));
+}
+
+std::string OptionWithValue(const OptionRow& option) {
+  return std::string(option.name) + (option.value.empty() ? "" : " ") + std::string(option.value);
+}
+
+std::string OnlyFor(const OptionRow& option) {
+  std::string names;
+  for (const Function function : option.only) {
+    names += (names.empty() ? "" : ", ") + std::string(RowOf(function).command);
+  }
+  return names;
+}
+
+// A backslash before what roff would take for its own.
+std::string Roff(std::string_view text) {
+  std::string escaped;
+  for (const char c : text) {
+    if (c == '-' || c == '\\') escaped += '\\';
+    if (c == '\'' || (c == '.' && escaped.empty())) escaped += "\\&";
+    escaped += c;
+  }
+  return escaped;
+}
+
+}  // namespace
+
+const std::vector<Example>& Examples() {
+  static const std::vector<Example> examples = {
+      {"tsl search 'opening hours' site", "list where the words stand, also across line ends and &nbsp;"},
+      {"tsl replace --case 2025 2026 site", "show what would be replaced and change nothing"},
+      {"tsl replace --case --yes 2025 2026 site", "replace it in all pages"},
+      {"tsl replace --ask color colour site", "ask for each place"},
+      {"tsl search --filter '*.css;*.js' -- -moz- site", "search other files, for a text that begins with \"-\""},
+  };
+  return examples;
+}
+
+const std::vector<ExitStatus>& ExitStatuses() {
+  static const std::vector<ExitStatus> statuses = {
+      {"0", "search, replace, external: something was found; others: no findings"},
+      {"1", "search, replace, external: nothing was found; others: findings"},
+      {"2", "a wrong command line, or a file that could not be read or written"},
+      {"3", "the run was stopped"},
+  };
+  return statuses;
+}
+
+std::string VersionText() { return std::string("tsl ") + TESSARIL_VERSION + "\n"; }
+
+std::string HelpText(std::string_view command) {
+  const auto functions = AllFunctions();
+  const auto known = std::find_if(functions.begin(), functions.end(), [command](const FunctionRow& row) {
+    return !command.empty() && row.command == command;
+  });
+  const bool one = known != functions.end();
+  constexpr std::size_t kColumn = 27;
+  std::string text = "tsl " + std::string(kPurpose) + "\n\nUsage:\n";
+  for (const FunctionRow& row : functions) {
+    if (row.command.empty() || (one && row.function != known->function)) continue;
+    text += "  tsl " + Padded(CommandLine(row), kColumn - 6) + std::string(row.summary);
+    text += row.worker == nullptr ? " (not in this version)\n" : "\n";
+  }
+  text += "\n" + Wrapped(kPathMeaning, 90) + "\nOptions:\n";
+  for (const OptionRow& option : AllOptions()) {
+    if (one && !Applies(option, known->function)) continue;
+    text += "  " + Padded(OptionWithValue(option), kColumn - 2) + std::string(option.help);
+    text += one || option.only.empty() ? "\n" : " [" + OnlyFor(option) + "]\n";
+  }
+  text += "  " + Padded("--help", kColumn - 2) + "show this text; behind a command, what goes with it\n";
+  text += "  " + Padded("--version", kColumn - 2) + "show the version\n";
+  text += "\nExamples:\n";
+  for (const Example& example : Examples()) {
+    text += "  " + std::string(example.command) + "\n      " + std::string(example.meaning) + "\n";
+  }
+  text += "\nExit status, the first that fits of 2, 3, 1, 0:\n";
+  for (const ExitStatus& row : ExitStatuses()) {
+    text += "  " + std::string(row.status) + "  " + std::string(row.meaning) + "\n";
+  }
+  return text;
+}
+
+std::string ManPage() {
+  std::string page = std::string(".TH TSL 1 \"\" \"Tessaril ") + TESSARIL_VERSION + "\"\n.SH NAME\ntsl \\- " +
+                     Roff(kPurpose) + "\n.SH SYNOPSIS\n";
+  for (const FunctionRow& row : AllFunctions()) {
+    if (!row.command.empty()) page += ".B tsl " + Roff(CommandLine(row)) + "\n[options]\n.br\n";
+  }
+  page += ".SH DESCRIPTION\n" + Roff(kPathMeaning) + "\n.SH COMMANDS\n";
+  for (const FunctionRow& row : AllFunctions()) {
+    if (row.command.empty()) continue;
+    page += ".TP\n.B " + Roff(row.command) + "\n" + Roff(row.summary);
+    page += row.worker == nullptr ? " (not in this version)\n" : "\n";
+  }
+  page += ".SH OPTIONS\n";
+  for (const OptionRow& option : AllOptions()) {
+    page += ".TP\n.B " + Roff(OptionWithValue(option)) + "\n" + Roff(option.help);
+    page += option.only.empty() ? "\n" : " [" + OnlyFor(option) + "]\n";
+  }
+  page += ".SH EXIT STATUS\nThe first that fits of 2, 3, 1, 0.\n";
+  for (const ExitStatus& row : ExitStatuses()) {
+    page += ".TP\n.B " + Roff(row.status) + "\n" + Roff(row.meaning) + "\n";
+  }
+  page += ".SH EXAMPLES\n";
+  for (const Example& example : Examples()) {
+    page += ".TP\n.B " + Roff(example.command) + "\n" + Roff(example.meaning) + "\n";
+  }
+  return page;
+}
+
+}  // namespace tessaril

@@ -1,0 +1,3 @@
+#include "cli/run_command.h"
+
+int main(int argc, char** argv) { return tessaril::RunCommand(argc, argv); }

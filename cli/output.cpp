@@ -1,0 +1,53 @@
+#include "cli/output.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+
+#include "engine/paths.h"
+
+namespace tessaril {
+
+Status CreateFile(const std::string& path, FileHandle& file) {
+  file = FileHandle(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666));
+  return file.is_open() ? Status() : Status::System(errno);
+}
+
+Status CheckWritable(const std::string& path) {
+  struct stat info {};
+  if (stat(path.c_str(), &info) == 0) {
+    if (S_ISDIR(info.st_mode)) return Status::System(EISDIR);
+    return access(path.c_str(), W_OK) == 0 ? Status() : Status::System(errno);
+  }
+  if (errno != ENOENT) return Status::System(errno);
+  const std::string folder(FolderOf(path));
+  return access(folder.empty() ? "." : folder.c_str(), W_OK) == 0 ? Status() : Status::System(errno);
+}
+
+Status WriteTo(int file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(file, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return Status::System(errno);
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return {};
+}
+
+Status ReadFrom(const std::string& path, std::string& bytes) {
+  const FileHandle file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+  if (!file.is_open()) return Status::System(errno);
+  std::array<char, 65536> block;
+  for (;;) {
+    const ssize_t got = read(file.get(), block.data(), block.size());
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return Status::System(errno);
+    if (got == 0) return {};
+    bytes.append(block.data(), static_cast<std::size_t>(got));
+  }
+}
+
+}  // namespace tessaril

@@ -1,0 +1,167 @@
+#include "cli/run_command.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <variant>
+
+#include "cli/answers_file.h"
+#include "cli/arguments.h"
+#include "cli/console_text.h"
+#include "cli/interrupt.h"
+#include "cli/output.h"
+#include "cli/person.h"
+#include "cli/terminal_host.h"
+#include "cli/transcript.h"
+#include "engine/disk_files.h"
+#include "engine/paths.h"
+#include "engine/search_run.h"
+
+namespace tessaril {
+namespace {
+
+constexpr int kExitFailure = 2;
+constexpr int kExitStopped = 3;
+
+int Refuse(const std::string& text) {
+  std::cerr << "tsl: " << OneLine(text) << "\n";
+  return kExitFailure;
+}
+
+// The folder that the program was started in, by the path that the shell went by where it can be believed.
+std::string StartFolder() {
+  struct stat by_name {};
+  struct stat here {};
+  const char* const name = std::getenv("PWD");
+  if (name != nullptr && name[0] == kSeparator && AbsolutePath("/", name) == name && stat(name, &by_name) == 0 &&
+      stat(".", &here) == 0 && by_name.st_dev == here.st_dev && by_name.st_ino == here.st_ino) {
+    return name;
+  }
+  const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
+  return folder == nullptr ? "/" : folder.get();
+}
+
+// The folder to walk, or the one file as the marked one.
+Status ChoosePlace(const std::string& given, RunOptions& options) {
+  if (given.empty()) return Status::System(ENOENT);
+  const std::string path = AbsolutePath(StartFolder(), given);
+  struct stat info {};
+  if (stat(path.c_str(), &info) != 0) return Status::System(errno);
+  if (S_ISDIR(info.st_mode)) {
+    options.dirList = path;
+    return {};
+  }
+  if (!S_ISREG(info.st_mode)) return Status::Failure("Not a regular file");
+  options.dirList = FolderOf(path);
+  options.filList = NameOf(path);
+  options.MarkedOnly = true;
+  return {};
+}
+
+Status MakeAnswerer(const Arguments& arguments, std::unique_ptr<Answerer>& answerer) {
+  switch (arguments.mode) {
+    case Mode::kReportOnly:
+    case Mode::kYes:
+      answerer = std::make_unique<Unattended>(arguments.mode == Mode::kYes);
+      return {};
+    case Mode::kAsk:
+      answerer = std::make_unique<Person>();
+      return {};
+    case Mode::kAnswers:
+      break;
+  }
+  std::string content;
+  if (Status status = ReadFrom(arguments.answers, content); !status.ok()) return status;
+  answerer = std::make_unique<AnswersFile>(arguments.answers, content);
+  return {};
+}
+
+Status WriteReport(const std::string& path, const std::string& report) {
+  if (path.empty()) return WriteTo(STDOUT_FILENO, report);
+  FileHandle file;
+  if (Status status = CreateFile(path, file); !status.ok()) return status;
+  if (Status status = WriteTo(file.get(), report); !status.ok()) return status;
+  return file.Close() ? Status() : Status::System(errno);
+}
+
+int ExitStatusOf(const RunEnd& end, const RunState& state, Function function) {
+  if (!end.started || state.StopRequested) return kExitStopped;
+  const bool found_is_good =
+      function == Function::kSearch || function == Function::kReplace || function == Function::kExternal;
+  return end.found == found_is_good ? 0 : 1;
+}
+
+int Run(const Arguments& arguments, Answerer& answerer, Transcript& transcript) {
+  const bool unattended = arguments.mode == Mode::kReportOnly || arguments.mode == Mode::kYes;
+  TerminalHost host(answerer, transcript, unattended);
+  DiskFiles files;
+  RunState state;
+  const RunEnd end = SearchRun(files, host, arguments.options, state);
+  bool failed = host.failures() > 0;
+  if (end.started) {
+    if (Status status = WriteReport(arguments.report, state.Results); !status.ok()) {
+      Refuse((arguments.report.empty() ? "standard output" : arguments.report) + ": " + status.reason());
+      failed = true;
+    }
+  }
+  if (!transcript.status().ok()) {
+    Refuse(arguments.transcript + ": " + transcript.status().reason());
+    failed = true;
+  }
+  return failed ? kExitFailure : ExitStatusOf(end, state, arguments.options.function);
+}
+
+// Everything that can be found wrong before the run is, and nothing is touched until then.
+int Start(Arguments& arguments) {
+  const FunctionRow& function = RowOf(arguments.options.function);
+  if (function.worker == nullptr) {
+    return Refuse(std::string(function.command) + " is not part of this version of tsl");
+  }
+  if (Status status = ChoosePlace(arguments.path, arguments.options); !status.ok()) {
+    return Refuse(arguments.path + ": " + status.reason());
+  }
+  std::unique_ptr<Answerer> answerer;
+  if (Status status = MakeAnswerer(arguments, answerer); !status.ok()) {
+    return Refuse(arguments.answers + ": " + status.reason());
+  }
+  if (!arguments.report.empty()) {
+    if (Status status = CheckWritable(arguments.report); !status.ok()) {
+      return Refuse(arguments.report + ": " + status.reason());
+    }
+  }
+  Transcript transcript;
+  if (!arguments.transcript.empty()) {
+    if (Status status = transcript.Open(arguments.transcript); !status.ok()) {
+      return Refuse(arguments.transcript + ": " + status.reason());
+    }
+  }
+  NoteInterrupts();
+  try {
+    return Run(arguments, *answerer, transcript);
+  } catch (const AnswersError& error) {
+    return Refuse(error.what());
+  }
+}
+
+}  // namespace
+
+int RunCommand(int argc, const char* const* argv) {
+  std::variant<Arguments, Farewell> parsed = ParseArguments(argc, argv);
+  if (const auto* const farewell = std::get_if<Farewell>(&parsed)) {
+    (farewell->exit_status == 0 ? std::cout : std::cerr) << farewell->text << std::flush;
+    return farewell->exit_status;
+  }
+  try {
+    return Start(std::get<Arguments>(parsed));
+  } catch (const std::bad_alloc&) {
+    return Refuse(Status::System(ENOMEM).reason());
+  }
+}
+
+}  // namespace tessaril

@@ -1,0 +1,51 @@
+#ifndef TESSARIL_CLI_TERMINAL_HOST_H_
+#define TESSARIL_CLI_TERMINAL_HOST_H_
+
+#include <chrono>
+#include <string>
+
+#include "cli/answerer.h"
+#include "cli/transcript.h"
+#include "engine/run_host.h"
+
+namespace tessaril {
+
+/// The host of a run in `tsl`: an answerer answers, the transcript notes it, messages go to standard error,
+/// and a line there tells how far the run is when it is a terminal.
+class TerminalHost : public RunHost {
+ public:
+  /// `show_questions`: nobody reads the questions before the walk, so they are shown as messages.
+  TerminalHost(Answerer& answerer, Transcript& transcript, bool show_questions);
+  ~TerminalHost() override;
+  TerminalHost(const TerminalHost&) = delete;
+  TerminalHost& operator=(const TerminalHost&) = delete;
+
+  ProposalAnswer Propose(const Proposal& proposal) override;
+  bool Ask(const Question& question) override;
+  void Tell(const std::string& text) override;
+  void TellFailure(const std::string& path, const std::string& reason) override;
+  void CountFile(const std::string& path) override;
+  void ShowActivity(std::string_view) override {}
+  void ShowReport(const std::string&, const std::string&) override {}  // written when the run is over
+  void ShowPage(const std::string&) override {}
+  bool HandleInput() override;
+
+  /// Files and folders that could not be read or written.
+  int failures() const { return failures_; }
+
+ private:
+  void ClearProgress();
+
+  Answerer& answerer_;
+  Transcript& transcript_;
+  bool show_questions_;
+  bool progress_;
+  bool progress_shown_ = false;
+  std::chrono::steady_clock::time_point next_progress_;
+  long files_ = 0;
+  int failures_ = 0;
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_CLI_TERMINAL_HOST_H_

@@ -1,0 +1,32 @@
+#ifndef TESSARIL_ENGINE_ASCII_H_
+#define TESSARIL_ENGINE_ASCII_H_
+
+#include <string>
+#include <string_view>
+
+// Letter case folds A to Z only, everywhere in the program; every other byte stands for itself.
+
+namespace tessaril {
+
+/// The line end of all texts that the program makes itself.
+inline constexpr std::string_view CrLf = "\r\n";
+
+constexpr bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+constexpr char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+
+inline std::string ToLower(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) c = ToLower(c);
+  return lower;
+}
+
+constexpr bool IsAscii(std::string_view text) {
+  unsigned char all = 0;
+  for (const char c : text) all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
+  return all < 0x80;
+}
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_ENGINE_ASCII_H_

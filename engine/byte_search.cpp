@@ -1,0 +1,138 @@
+#include "engine/byte_search.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+#include "engine/ascii.h"
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
+namespace tessaril {
+namespace {
+
+// How common a byte is in pages, 0 for the rarest. Letters by their order of frequency in English text and
+// in tags; what the order leaves open does not matter, a bad choice costs time only.
+constexpr std::array<std::uint8_t, 256> MakeRanks() {
+  std::array<std::uint8_t, 256> ranks{};
+  constexpr std::string_view rare_to_common =
+      "ZQXJKVWYUGFBHPMRNDOLTSCIAE"
+      "zqjxkv98765432w0y1bgf_%&;,#'pmu!?:*hcd.()\"=->/</lnrsoiate\n\r ";
+  std::uint8_t rank = 10;
+  for (const char c : rare_to_common) {
+    ranks[static_cast<unsigned char>(c)] = rank;
+    rank = static_cast<std::uint8_t>(rank + 2);
+  }
+  return ranks;
+}
+constexpr std::array<std::uint8_t, 256> kRanks = MakeRanks();
+
+// The bit that parts the two cases of a letter, 0 for every other byte.
+char CaseBit(char c, LetterCase letter_case) {
+  return letter_case == LetterCase::kFolded && IsAsciiLetter(c) ? '\x20' : '\0';
+}
+
+#if defined(__x86_64__)
+bool HasWideCompare() {
+  static const bool has = __builtin_cpu_supports("avx2") != 0;
+  return has;
+}
+#endif
+
+}  // namespace
+
+ByteSearch::ByteSearch(std::string_view key, LetterCase letter_case)
+    : key_(letter_case == LetterCase::kFolded ? ToLower(key) : std::string(key)), letter_case_(letter_case) {
+  if (key_.size() < 2) return;
+  const auto rank = [this](std::size_t i) { return kRanks[static_cast<unsigned char>(key_[i])]; };
+  second_ = 1;
+  if (rank(second_) < rank(first_)) std::swap(first_, second_);
+  for (std::size_t i = 2; i < key_.size(); ++i) {
+    if (rank(i) < rank(first_)) {
+      second_ = first_;
+      first_ = i;
+    } else if (rank(i) < rank(second_)) {
+      second_ = i;
+    }
+  }
+}
+
+std::size_t ByteSearch::Find(std::string_view text, std::size_t from) const {
+  if (key_.empty() || from > text.size() || text.size() - from < key_.size()) return kNone;
+#if defined(__x86_64__)
+  if (HasWideCompare()) return FindWide(text, from);
+#endif
+  return FindPlain(text, from);
+}
+
+bool ByteSearch::KeyStandsAt(const char* place) const {
+  if (letter_case_ == LetterCase::kExact) return std::memcmp(place, key_.data(), key_.size()) == 0;
+  for (std::size_t i = 0; i < key_.size(); ++i) {
+    if (ToLower(place[i]) != key_[i]) return false;
+  }
+  return true;
+}
+
+std::size_t ByteSearch::FindPlain(std::string_view text, std::size_t from) const {
+  const std::size_t last = text.size() - key_.size();
+  const char sought = key_[first_];
+  const bool two_cases = CaseBit(sought, letter_case_) != 0;
+  for (std::size_t place = from; place <= last; ++place) {
+    if (!two_cases) {
+      const void* const hit = std::memchr(text.data() + place + first_, sought, last - place + 1);
+      if (hit == nullptr) return kNone;
+      place = static_cast<std::size_t>(static_cast<const char*>(hit) - text.data()) - first_;
+    } else if (ToLower(text[place + first_]) != sought) {
+      continue;
+    }
+    if (KeyStandsAt(text.data() + place)) return place;
+  }
+  return kNone;
+}
+
+#if defined(__x86_64__)
+
+__attribute__((target("avx2"))) static inline __m256i Load(const char* place) {
+  return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(place));
+}
+
+// Where both rare bytes stand at their places, a bit is set; the letters' case bit is set in text and key
+// alike before they are compared, which for letters leaves exactly the two cases of the letter.
+__attribute__((target("avx2"))) std::size_t ByteSearch::FindWide(std::string_view text,
+                                                                 std::size_t from) const {
+  constexpr std::size_t kWidth = 32;
+  const std::size_t last = text.size() - key_.size();
+  const char first_bit = CaseBit(key_[first_], letter_case_);
+  const char second_bit = CaseBit(key_[second_], letter_case_);
+  const __m256i first_mask = _mm256_set1_epi8(first_bit);
+  const __m256i second_mask = _mm256_set1_epi8(second_bit);
+  const __m256i first_byte = _mm256_set1_epi8(static_cast<char>(key_[first_] | first_bit));
+  const __m256i second_byte = _mm256_set1_epi8(static_cast<char>(key_[second_] | second_bit));
+  std::size_t place = from;
+  for (; place + kWidth <= last + 1; place += kWidth) {
+    const char* const base = text.data() + place;
+    const __m256i firsts = _mm256_cmpeq_epi8(_mm256_or_si256(Load(base + first_), first_mask), first_byte);
+    const __m256i seconds =
+        _mm256_cmpeq_epi8(_mm256_or_si256(Load(base + second_), second_mask), second_byte);
+    auto bits = static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_and_si256(firsts, seconds)));
+    for (; bits != 0; bits &= bits - 1) {
+      const auto offset = static_cast<std::size_t>(std::countr_zero(bits));
+      if (KeyStandsAt(base + offset)) return place + offset;
+    }
+  }
+  return place <= last ? FindPlain(text, place) : kNone;
+}
+
+#else
+
+std::size_t ByteSearch::FindWide(std::string_view text, std::size_t from) const {
+  return FindPlain(text, from);
+}
+
+#endif
+
+}  // namespace tessaril

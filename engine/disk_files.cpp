@@ -1,0 +1,159 @@
+#include "engine/disk_files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <memory>
+#include <new>
+
+#include "engine/file_replacement.h"
+#include "engine/paths.h"
+
+namespace tessaril {
+namespace {
+
+// Opens a folder by a path of any length, piece by piece where the system would refuse the whole.
+Status OpenFolderAt(std::string_view path, FileHandle& folder) {
+  constexpr std::size_t kLongest = PATH_MAX - 1;
+  int base = AT_FDCWD;
+  FileHandle passed;
+  for (;;) {
+    std::size_t length = path.size();
+    if (length > kLongest) length = path.rfind(kSeparator, kLongest);
+    if (length == 0 || length == std::string_view::npos) return Status::System(ENAMETOOLONG);
+    const std::string piece(path.substr(0, length));
+    FileHandle next(openat(base, piece.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!next.is_open()) return Status::System(errno);
+    path.remove_prefix(std::min(length + 1, path.size()));
+    if (path.empty()) {
+      folder = std::move(next);
+      return {};
+    }
+    passed = std::move(next);
+    base = passed.get();
+  }
+}
+
+EntryKind KindOf(int folder, const dirent& entry) {
+  switch (entry.d_type) {
+    case DT_DIR:
+      return EntryKind::kFolder;
+    case DT_REG:
+      return EntryKind::kFile;
+    case DT_LNK:
+    case DT_UNKNOWN:
+      break;
+    default:
+      return EntryKind::kOther;
+  }
+  struct stat info {};
+  if (fstatat(folder, entry.d_name, &info, 0) != 0) return EntryKind::kOther;
+  if (S_ISREG(info.st_mode)) return EntryKind::kFile;
+  if (!S_ISDIR(info.st_mode) || entry.d_type == DT_LNK) return EntryKind::kOther;
+  const bool is_itself =
+      fstatat(folder, entry.d_name, &info, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(info.st_mode);
+  return is_itself ? EntryKind::kFolder : EntryKind::kOther;
+}
+
+// Reads until the end, also where the file grows meanwhile. A read that brings less than was asked for, up
+// to the size that the file had, is the end.
+Status ReadAll(int file, std::size_t expected, ByteBuffer& bytes) {
+  constexpr std::size_t kSpare = 4096;  // more than none, so that the end is noticed by the first read
+  bytes.Reserve(expected + kSpare);
+  std::size_t total = 0;
+  for (;;) {
+    if (total == bytes.capacity()) bytes.Reserve(total + total / 8 + kSpare);
+    const std::size_t room = bytes.capacity() - total;
+    const ssize_t got = read(file, bytes.data() + total, room);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return Status::System(errno);
+    total += static_cast<std::size_t>(got);
+    bytes.SetSize(total);
+    const bool at_end = got == 0 || (total == expected && static_cast<std::size_t>(got) < room);
+    if (at_end) return {};
+  }
+}
+
+}  // namespace
+
+Status DiskFiles::FolderFor(std::string_view folder, OpenFolder& open_folder) {
+  if (current_.is_open() && folder == current_folder_) {
+    open_folder.descriptor = current_.get();
+    return {};
+  }
+  Status status = OpenFolderAt(folder, open_folder.own);
+  open_folder.descriptor = open_folder.own.get();
+  return status;
+}
+
+Status DiskFiles::ListFolder(const std::string& folder, std::vector<FolderEntry>& entries) {
+  entries.clear();
+  FileHandle handle;
+  if (Status status = OpenFolderAt(folder, handle); !status.ok()) return status;
+  const auto close_stream = [](DIR* stream) { closedir(stream); };
+  const std::unique_ptr<DIR, decltype(close_stream)> stream(fdopendir(handle.get()), close_stream);
+  if (stream == nullptr) return Status::System(errno);
+  const int descriptor = handle.Release();  // the stream's now
+  for (;;) {
+    errno = 0;
+    const dirent* const entry = readdir(stream.get());
+    if (entry == nullptr) return errno == 0 ? Status() : Status::System(errno);
+    const std::string_view name(entry->d_name);
+    if (name == "." || name == "..") continue;
+    entries.push_back({std::string(name), KindOf(descriptor, *entry)});
+  }
+}
+
+Status DiskFiles::EnterFolder(const std::string& folder) {
+  if (current_.is_open() && folder == current_folder_) return {};
+  FileHandle next;
+  if (Status status = OpenFolderAt(folder, next); !status.ok()) return status;
+  Status flushed = FlushFolder();
+  current_ = std::move(next);
+  current_folder_ = folder;
+  return flushed;
+}
+
+Status DiskFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) {
+  bytes.SetSize(0);
+  OpenFolder folder;
+  if (Status status = FolderFor(FolderOf(path), folder); !status.ok()) return status;
+  const std::string name(NameOf(path));
+  // Not blocking, so that a pipe in a page's place is noticed instead of waited for.
+  const FileHandle file(
+      openat(folder.descriptor, name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  if (!file.is_open()) return Status::System(errno);
+  struct stat info {};
+  if (fstat(file.get(), &info) != 0) return Status::System(errno);
+  if (S_ISDIR(info.st_mode)) return Status::System(EISDIR);
+  if (!S_ISREG(info.st_mode)) return Status::Failure("Not a regular file");
+  stamp = StampOf(info);
+  try {
+    return ReadAll(file.get(), static_cast<std::size_t>(info.st_size), bytes);
+  } catch (const std::bad_alloc&) {
+    bytes.SetSize(0);
+    return Status::System(ENOMEM);
+  }
+}
+
+Status DiskFiles::ReplaceContent(const std::string& path, FileStamp& stamp,
+                                 std::span<const std::string_view> pieces) {
+  OpenFolder folder;
+  if (Status status = FolderFor(FolderOf(path), folder); !status.ok()) return status;
+  Status status = ReplaceFile(folder.descriptor, std::string(NameOf(path)), stamp, pieces);
+  if (!status.ok()) return status;
+  if (folder.own.is_open()) return FlushFile(folder.descriptor);
+  current_is_flushed_ = false;
+  return {};
+}
+
+Status DiskFiles::FlushFolder() {
+  if (std::exchange(current_is_flushed_, true)) return {};
+  return FlushFile(current_.get());
+}
+
+}  // namespace tessaril

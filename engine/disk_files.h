@@ -1,0 +1,45 @@
+#ifndef TESSARIL_ENGINE_DISK_FILES_H_
+#define TESSARIL_ENGINE_DISK_FILES_H_
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/file_handle.h"
+#include "engine/files.h"
+
+namespace tessaril {
+
+/// The door to the disk. It keeps the current folder open, because nearly all files that a run touches lie
+/// there.
+class DiskFiles : public Files {
+ public:
+  DiskFiles() = default;
+  ~DiskFiles() override { (void)FlushFolder(); }
+  DiskFiles(const DiskFiles&) = delete;
+  DiskFiles& operator=(const DiskFiles&) = delete;
+
+  Status ListFolder(const std::string& folder, std::vector<FolderEntry>& entries) override;
+  Status EnterFolder(const std::string& folder) override;
+  const std::string& CurrentFolder() const override { return current_folder_; }
+  Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) override;
+  Status ReplaceContent(const std::string& path, FileStamp& stamp,
+                        std::span<const std::string_view> pieces) override;
+  Status FlushFolder() final;
+
+ private:
+  // An open folder to look a name up in: the current one, or one opened for the moment.
+  struct OpenFolder {
+    int descriptor = -1;
+    FileHandle own;
+  };
+  Status FolderFor(std::string_view folder, OpenFolder& open_folder);
+
+  std::string current_folder_;
+  FileHandle current_;
+  bool current_is_flushed_ = true;
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_ENGINE_DISK_FILES_H_

@@ -1,0 +1,75 @@
+#include "engine/file_filter.h"
+
+#include <algorithm>
+
+#include "engine/ascii.h"
+#include "engine/page_encoding.h"
+
+namespace tessaril {
+namespace {
+
+// Bytes of the character at the start of `name`.
+std::size_t CharacterLength(std::string_view name, bool utf8) { return utf8 ? SequenceLength(name) : 1; }
+
+// On a mismatch the last "*" takes one character more; earlier ones need never be tried again.
+bool Matches(std::string_view pattern, std::string_view name) {
+  const bool utf8 = IsUtf8(name);
+  std::string_view after_star;
+  std::string_view retry;
+  bool star = false;
+  while (!name.empty()) {
+    if (!pattern.empty() && pattern.front() == '*') {
+      pattern.remove_prefix(1);
+      after_star = pattern;
+      retry = name;
+      star = true;
+    } else if (!pattern.empty() && pattern.front() == '?') {
+      pattern.remove_prefix(1);
+      name.remove_prefix(CharacterLength(name, utf8));
+    } else if (!pattern.empty() && pattern.front() == name.front()) {
+      pattern.remove_prefix(1);
+      name.remove_prefix(1);
+    } else if (star) {
+      retry.remove_prefix(CharacterLength(retry, utf8));
+      pattern = after_star;
+      name = retry;
+    } else {
+      return false;
+    }
+  }
+  return pattern.find_first_not_of('*') == std::string_view::npos;
+}
+
+std::string_view Trimmed(std::string_view text) {
+  const std::size_t begin = text.find_first_not_of(' ');
+  if (begin == std::string_view::npos) return {};
+  return text.substr(begin, text.find_last_not_of(' ') - begin + 1);
+}
+
+}  // namespace
+
+const std::vector<std::string_view> kOfferedFilters = {
+    "*.htm*;shtm*", "*.*",         "*.gif;*.jpg;*.jpeg;*.png",     "*.txt",
+    "*.pdf",        "*.exe;*.zip", "*.hhc;*.hhk;*.hhp;*.h;*.dmp"};
+
+FileFilter::FileFilter(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(';'), text.size());
+    const std::string_view pattern = Trimmed(text.substr(0, end));
+    if (!pattern.empty()) patterns_.push_back(pattern == "*.*" ? "*" : ToLower(pattern));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+}
+
+bool FileFilter::Lists(std::string_view name) const {
+  const std::string lower = ToLower(name);
+  return std::any_of(patterns_.begin(), patterns_.end(),
+                     [&lower](const std::string& pattern) { return Matches(pattern, lower); });
+}
+
+bool LooksLikeHtmlFilter(std::string_view text) {
+  const std::string_view start = text.substr(0, 5);
+  return start == "*.htm" || start == "*.xxx" || start == "*.txt";
+}
+
+}  // namespace tessaril

@@ -1,0 +1,282 @@
+#include "engine/file_replacement.h"
+
+#include <fcntl.h>
+#include <sys/xattr.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <vector>
+
+#include "engine/file_handle.h"
+#include "engine/paths.h"
+
+namespace tessaril {
+namespace {
+
+// A file by its open folder and its name there, all symbolic links followed.
+struct Place {
+  int folder = -1;
+  std::string name;
+  FileHandle own_folder;  // open when a link led out of the folder that the caller gave
+};
+
+Status FollowLinks(Place& place) {
+  constexpr int kMostLinks = 40;  // as many as the system itself follows
+  for (int links = 0; links <= kMostLinks; ++links) {
+    std::array<char, 4096> target;
+    const ssize_t length = readlinkat(place.folder, place.name.c_str(), target.data(), target.size());
+    if (length < 0) return errno == EINVAL ? Status() : Status::System(errno);
+    const std::string_view path(target.data(), static_cast<std::size_t>(length));
+    const std::size_t separator = path.rfind(kSeparator);
+    if (separator != std::string_view::npos) {
+      const std::string folder(path.substr(0, separator + 1));
+      FileHandle next(openat(place.folder, folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+      if (!next.is_open()) return Status::System(errno);
+      place.own_folder = std::move(next);
+      place.folder = place.own_folder.get();
+    }
+    place.name = std::string(NameOf(path));
+  }
+  return Status::System(ELOOP);
+}
+
+Status CheckUnchanged(const Place& place, const FileStamp& stamp) {
+  struct stat info {};
+  if (fstatat(place.folder, place.name.c_str(), &info, AT_SYMLINK_NOFOLLOW) != 0) {
+    return Status::System(errno);
+  }
+  if (!S_ISREG(info.st_mode)) return Status::Failure("Not a regular file");
+  if (StampOf(info) != stamp) return Status::Failure("The file was changed on disk since it was read");
+  return {};
+}
+
+Status WriteAll(int file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(file, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return Status::System(errno);
+    if (written == 0) return Status::System(EIO);
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return {};
+}
+
+Status WriteAll(int file, std::span<const std::string_view> pieces) {
+  for (const std::string_view piece : pieces) {
+    if (Status status = WriteAll(file, piece); !status.ok()) return status;
+  }
+  return {};
+}
+
+// A new file beside a page, gone again unless it was given another name.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(int folder) : folder_(folder) {}
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() { Remove(); }
+
+  Status Create() {
+    static std::atomic<unsigned> counter{0};
+    constexpr int kMostTries = 1000;
+    for (int tries = 0; tries < kMostTries; ++tries) {
+      std::array<char, 48> name;
+      std::snprintf(name.data(), name.size(), ".tessaril-%lx-%x", static_cast<unsigned long>(getpid()),
+                    counter.fetch_add(1));
+      file_ = FileHandle(openat(folder_, name.data(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+      if (file_.is_open()) {
+        name_ = name.data();
+        return {};
+      }
+      if (errno != EEXIST) break;
+    }
+    return Status::System(errno);
+  }
+
+  Status RenameTo(const std::string& name) {
+    if (renameat(folder_, name_.c_str(), folder_, name.c_str()) != 0) return Status::System(errno);
+    name_.clear();
+    return {};
+  }
+
+  void Remove() {
+    if (!name_.empty()) unlinkat(folder_, name_.c_str(), 0);
+    name_.clear();
+  }
+
+  // Leaves the file where it is, for the user to find, and tells its name.
+  std::string Keep() { return std::exchange(name_, {}); }
+
+  int file() const { return file_.get(); }
+
+ private:
+  int folder_;
+  FileHandle file_;
+  std::string name_;
+};
+
+// The names of a file's extended attributes, access lists among them; none where the file system has none.
+std::vector<std::string> AttributeNames(int file) {
+  std::vector<char> names(1024);
+  ssize_t length = flistxattr(file, names.data(), names.size());
+  while (length < 0 && errno == ERANGE) {
+    names.resize(names.size() * 4);
+    length = flistxattr(file, names.data(), names.size());
+  }
+  std::vector<std::string> result;
+  for (std::size_t at = 0; length > 0 && at < static_cast<std::size_t>(length);) {
+    result.emplace_back(names.data() + at);
+    at += result.back().size() + 1;
+  }
+  return result;
+}
+
+Status AttributeValue(int file, const std::string& name, std::string& value) {
+  for (;;) {
+    const ssize_t length = fgetxattr(file, name.c_str(), nullptr, 0);
+    if (length < 0) return Status::System(errno);
+    value.resize(static_cast<std::size_t>(length));
+    if (length == 0) return {};
+    const ssize_t got = fgetxattr(file, name.c_str(), value.data(), value.size());
+    if (got >= 0) {
+      value.resize(static_cast<std::size_t>(got));
+      return {};
+    }
+    if (errno != ERANGE) return Status::System(errno);
+  }
+}
+
+// What the folder gave the new file and the old one has not (a default access list, for one) goes; what the
+// old one has comes. A label that the system gives by itself may refuse to be written, and then is equal.
+Status CopyAttributes(int from, int to) {
+  const std::vector<std::string> wanted = AttributeNames(from);
+  for (const std::string& name : AttributeNames(to)) {
+    const bool keep = std::find(wanted.begin(), wanted.end(), name) != wanted.end();
+    if (keep || name.starts_with("security.")) continue;
+    if (fremovexattr(to, name.c_str()) != 0) return Status::System(errno);
+  }
+  for (const std::string& name : wanted) {
+    std::string value;
+    if (Status status = AttributeValue(from, name, value); !status.ok()) return status;
+    if (fsetxattr(to, name.c_str(), value.data(), value.size(), 0) == 0) continue;
+    const int error = errno;
+    std::string present;
+    if (!AttributeValue(to, name, present).ok() || present != value) return Status::System(error);
+  }
+  return {};
+}
+
+Status TakeOver(int old_file, const struct stat& old_info, int new_file) {
+  struct stat new_info {};
+  if (fstat(new_file, &new_info) != 0) return Status::System(errno);
+  const bool same_owner = new_info.st_uid == old_info.st_uid && new_info.st_gid == old_info.st_gid;
+  if (!same_owner && fchown(new_file, old_info.st_uid, old_info.st_gid) != 0) return Status::System(errno);
+  if (Status status = CopyAttributes(old_file, new_file); !status.ok()) return status;
+  constexpr mode_t kPermissions = 07777;
+  if (fchmod(new_file, old_info.st_mode & kPermissions) != 0) return Status::System(errno);
+  return {};
+}
+
+Status ReplaceByRename(const Place& place, int old_file, const struct stat& old_info, FileStamp& stamp,
+                       std::span<const std::string_view> pieces) {
+  TemporaryFile temporary(place.folder);
+  if (Status status = temporary.Create(); !status.ok()) return status;
+  if (Status status = WriteAll(temporary.file(), pieces); !status.ok()) return status;
+  if (Status status = TakeOver(old_file, old_info, temporary.file()); !status.ok()) return status;
+  if (Status status = FlushFile(temporary.file()); !status.ok()) return status;
+  struct stat new_info {};
+  if (fstat(temporary.file(), &new_info) != 0) return Status::System(errno);
+  if (Status status = CheckUnchanged(place, stamp); !status.ok()) return status;
+  if (Status status = temporary.RenameTo(place.name); !status.ok()) return status;
+  stamp = StampOf(new_info);
+  return {};
+}
+
+Status CopyContent(int from, int to) {
+  if (lseek(from, 0, SEEK_SET) != 0 || lseek(to, 0, SEEK_SET) != 0) return Status::System(errno);
+  std::vector<char> block(std::size_t{1} << 16);
+  off_t total = 0;
+  for (;;) {
+    const ssize_t got = read(from, block.data(), block.size());
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return Status::System(errno);
+    if (got == 0) break;
+    if (Status status = WriteAll(to, std::string_view(block.data(), static_cast<std::size_t>(got)));
+        !status.ok()) {
+      return status;
+    }
+    total += got;
+  }
+  if (ftruncate(to, total) != 0) return Status::System(errno);
+  return FlushFile(to);
+}
+
+Status OverwriteContent(int file, std::span<const std::string_view> pieces) {
+  off_t total = 0;
+  for (const std::string_view piece : pieces) total += static_cast<off_t>(piece.size());
+  // Room for all of it first, so that a full disk is noticed before a byte has changed.
+  if (fallocate(file, FALLOC_FL_KEEP_SIZE, 0, std::max<off_t>(total, 1)) != 0 && errno != EOPNOTSUPP) {
+    return Status::System(errno);
+  }
+  if (lseek(file, 0, SEEK_SET) != 0) return Status::System(errno);
+  if (Status status = WriteAll(file, pieces); !status.ok()) return status;
+  if (ftruncate(file, total) != 0) return Status::System(errno);
+  return FlushFile(file);
+}
+
+// A rename would part the file from its other names.
+Status ReplaceInPlace(const Place& place, int old_file, FileStamp& stamp,
+                      std::span<const std::string_view> pieces) {
+  FileHandle file(openat(place.folder, place.name.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC));
+  if (!file.is_open()) return Status::System(errno);
+  TemporaryFile copy(place.folder);
+  if (Status status = copy.Create(); !status.ok()) return status;
+  if (Status status = CopyContent(old_file, copy.file()); !status.ok()) return status;
+  if (Status status = FlushFile(place.folder); !status.ok()) return status;
+  if (Status status = CheckUnchanged(place, stamp); !status.ok()) return status;
+  if (Status status = OverwriteContent(file.get(), pieces); !status.ok()) {
+    if (CopyContent(copy.file(), file.get()).ok()) return status;
+    return Status::Failure(status.reason() + "; its old content is in " + copy.Keep());
+  }
+  struct stat info {};
+  if (fstat(file.get(), &info) == 0) stamp = StampOf(info);
+  return {};
+}
+
+}  // namespace
+
+FileStamp StampOf(const struct stat& info) {
+  constexpr std::int64_t kNanosecondsPerSecond = 1000000000;
+  return {static_cast<std::uint64_t>(info.st_size),
+          static_cast<std::int64_t>(info.st_mtim.tv_sec) * kNanosecondsPerSecond + info.st_mtim.tv_nsec,
+          static_cast<std::uint64_t>(info.st_ino), static_cast<std::uint64_t>(info.st_dev)};
+}
+
+Status FlushFile(int descriptor) {
+  while (fsync(descriptor) != 0) {
+    if (errno != EINTR) return Status::System(errno);
+  }
+  return {};
+}
+
+Status ReplaceFile(int folder, const std::string& name, FileStamp& stamp,
+                   std::span<const std::string_view> pieces) {
+  Place place{folder, name, {}};
+  if (Status status = FollowLinks(place); !status.ok()) return status;
+  if (Status status = CheckUnchanged(place, stamp); !status.ok()) return status;
+  if (faccessat(place.folder, place.name.c_str(), W_OK, AT_EACCESS) != 0) return Status::System(errno);
+  FileHandle old_file(
+      openat(place.folder, place.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (!old_file.is_open()) return Status::System(errno);
+  struct stat info {};
+  if (fstat(old_file.get(), &info) != 0) return Status::System(errno);
+  Status status = info.st_nlink > 1 ? ReplaceInPlace(place, old_file.get(), stamp, pieces)
+                                    : ReplaceByRename(place, old_file.get(), info, stamp, pieces);
+  if (status.ok() && place.own_folder.is_open()) status = FlushFile(place.folder);
+  return status;
+}
+
+}  // namespace tessaril

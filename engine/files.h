@@ -1,0 +1,70 @@
+#ifndef TESSARIL_ENGINE_FILES_H_
+#define TESSARIL_ENGINE_FILES_H_
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/byte_buffer.h"
+#include "engine/status.h"
+
+namespace tessaril {
+
+/// What tells that a file is still the one that was read.
+struct FileStamp {
+  std::uint64_t size = 0;     // bytes
+  std::int64_t modified = 0;  // nanoseconds since 1970
+  std::uint64_t inode = 0;
+  std::uint64_t device = 0;
+
+  bool operator==(const FileStamp&) const = default;
+};
+
+enum class EntryKind {
+  kFolder,  // a folder itself, not a symbolic link to one
+  kFile,    // a regular file or a symbolic link to one
+  kOther
+};
+
+struct FolderEntry {
+  std::string name;  // bytes as the file system has them
+  EntryKind kind;
+};
+
+/// The door to the file system: everything that the engine reads or writes passes here, and here stand the
+/// doubles of the tests. Paths are absolute, "/" parts them, they may be longer than the system's own limit.
+/// Only regular files are read or written; for all else a call fails without opening it for long.
+class Files {
+ public:
+  virtual ~Files() = default;
+
+  /// Fills `entries` with all entries of a folder ("." and ".." left out), in no order. On failure `entries`
+  /// holds what was read until then.
+  virtual Status ListFolder(const std::string& folder, std::vector<FolderEntry>& entries) = 0;
+
+  /// Makes `folder` the current folder; on failure the current folder stays.
+  virtual Status EnterFolder(const std::string& folder) = 0;
+
+  /// The current folder by the path that it was entered by, symbolic links not resolved.
+  virtual const std::string& CurrentFolder() const = 0;
+
+  /// Reads a file whole into `bytes`, whose former content is dropped.
+  virtual Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) = 0;
+
+  /// Replaces the content of a file by `pieces`, one after the other. `stamp` is the one that the file was
+  /// read with, and becomes that of the new content. The file is old or new as a whole at any moment: on
+  /// failure, and when the file is no longer the one that was read, it holds its old content.
+  virtual Status ReplaceContent(const std::string& path, FileStamp& stamp,
+                                std::span<const std::string_view> pieces) = 0;
+
+  /// Makes sure that what was replaced in the current folder outlives a power failure; what is replaced
+  /// elsewhere does at once. (The content of each file is flushed before it takes the old one's place: until
+  /// this call it is only open which of the two would be found.)
+  virtual Status FlushFolder() = 0;
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_ENGINE_FILES_H_

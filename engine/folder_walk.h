@@ -1,0 +1,41 @@
+#ifndef TESSARIL_ENGINE_FOLDER_WALK_H_
+#define TESSARIL_ENGINE_FOLDER_WALK_H_
+
+#include <string>
+#include <vector>
+
+#include "engine/file_filter.h"
+#include "engine/files.h"
+#include "engine/run.h"
+
+namespace tessaril {
+
+/// Visits the files of a run: the marked one, or all that the filter lists in a folder and below, subfolders
+/// first and of these the last name first, then the folder's own files from the first name on. Names are
+/// sorted without regard to the case of A to Z, ties by byte; names that begin with a dot are passed over.
+/// Before each file the user's input is let through, which is where Cancel takes effect.
+class FolderWalk {
+ public:
+  FolderWalk(RunContext& run, Worker worker)
+      : run_(run), worker_(worker), filter_(run.options.cboSearchSpec) {}
+
+  /// Walks the folder `NewPath`; true when the walk was abandoned, on Cancel or because memory for the report
+  /// ran out.
+  bool WalkFolder(const std::string& NewPath);
+
+ private:
+  void ProcessMarkedFile();
+  bool WalkSubfolders(const std::string& folder, const std::vector<std::string>& names);
+  bool ProcessFiles(const std::string& folder, const std::vector<std::string>& names);
+  bool ProcessFile();
+  bool List(const std::string& folder, std::vector<FolderEntry>& entries);
+  std::vector<std::string> Names(const std::vector<FolderEntry>& entries, EntryKind kind) const;
+
+  RunContext& run_;
+  Worker worker_;
+  FileFilter filter_;
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_ENGINE_FOLDER_WALK_H_

@@ -1,0 +1,30 @@
+#include "engine/functions.h"
+
+#include <array>
+
+#include "engine/text_search.h"
+
+namespace tessaril {
+namespace {
+
+constexpr std::array<FunctionRow, 7> kFunctions = {{
+    {Function::kLinks, "&Internal link errors", "links", "check local links and anchors; list unlinked files",
+     false, nullptr},
+    {Function::kEntities, "&&&xxxx; tag errors", "entities",
+     "find characters and entities that should be written &name;", false, nullptr},
+    {Function::kExternal, "&External links list", "external", "list the links to other servers as an HTML page",
+     true, nullptr},
+    {Function::kSearch, "Search for &text", "search", "find a text", false, SearchFile},
+    {Function::kReplace, "Search && &Replace text", "replace", "replace a text", false, SearchFile},
+    {Function::kShowFile, "Sho&w file - Start in Browser", "", "", true, nullptr},
+    {Function::kColours, "Web Safe &Colour errors", "colours", "find colours that are not web-safe", false,
+     nullptr},
+}};
+
+}  // namespace
+
+std::span<const FunctionRow> AllFunctions() { return kFunctions; }
+
+const FunctionRow& RowOf(Function function) { return kFunctions.at(static_cast<std::size_t>(function)); }
+
+}  // namespace tessaril

@@ -1,0 +1,137 @@
+#include "engine/phrase_match.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace tessaril {
+namespace {
+
+constexpr std::string_view kNbsp = "&nbsp;";
+constexpr std::size_t kRoomForBreaks = 100;  // bytes looked at beyond the phrase's own length
+
+bool MayBeginBreak(char c) { return c == '\r' || c == '\n' || c == '&'; }
+bool IsInert(char c) { return c != ' ' && !MayBeginBreak(c); }
+
+// The bytes that are compared with the phrase, while breaks in them turn into blanks one by one. For each
+// byte it knows where in the page the bytes end that became it.
+class Candidate {
+ public:
+  explicit Candidate(std::string_view bytes) : bytes_(bytes), ends_(bytes.size()) {
+    for (std::size_t i = 0; i < ends_.size(); ++i) ends_[i] = i + 1;
+  }
+
+  const std::string& bytes() const { return bytes_; }
+
+  // Where the byte with number `index` (from 0) ends in the page.
+  std::size_t EndInPage(std::size_t index) const { return ends_[index]; }
+
+  // The position, from 1, of `text` at or after the position `from`; 0 when it is not there.
+  std::size_t Find(std::string_view text, std::size_t from) const {
+    const std::size_t at = bytes_.find(text, from - 1);
+    return at == std::string::npos ? 0 : at + 1;
+  }
+
+  // One blank in the place of the `length` bytes at `position`, counted from 1.
+  void PutBlank(std::size_t position, std::size_t length) {
+    const auto index = static_cast<std::ptrdiff_t>(position - 1);
+    const auto count = static_cast<std::ptrdiff_t>(length);
+    bytes_.replace(position - 1, length, 1, ' ');
+    ends_.erase(ends_.begin() + index, ends_.begin() + index + count - 1);
+  }
+
+  // Of every two blanks in a row the first is dropped, once from front to back: three blanks leave two.
+  void HalveDoubledBlanks() {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < bytes_.size(); ++i) {
+      if (bytes_[i] == ' ' && i + 1 < bytes_.size() && bytes_[i + 1] == ' ') ++i;
+      bytes_[kept] = bytes_[i];
+      ends_[kept] = ends_[i];
+      ++kept;
+    }
+    bytes_.resize(kept);
+    ends_.resize(kept);
+  }
+
+ private:
+  std::string bytes_;
+  std::vector<std::size_t> ends_;
+};
+
+PhraseMatch Accept(std::string_view covered, std::string_view line_end) {
+  const std::size_t at = std::min(covered.find(line_end), covered.find(kNbsp));
+  return {covered.size(), at == std::string_view::npos ? 0 : at + 1};
+}
+
+std::string_view Window(std::string_view text, std::size_t length, PageEncoding encoding) {
+  if (length >= text.size()) return text;
+  if (encoding == PageEncoding::kUtf8) {
+    for (std::size_t back = 1; back <= std::min<std::size_t>(length, 3); ++back) {
+      const std::size_t sequence = SequenceLength(text.substr(length - back));
+      if (sequence > back) length += sequence - back;
+    }
+  }
+  return text.substr(0, length);
+}
+
+}  // namespace
+
+std::string_view PhraseKey(std::string_view phrase) { return phrase.substr(0, phrase.find(' ', 1)); }
+
+bool KeyIsComparedExactly(std::string_view phrase) {
+  const std::string_view key = PhraseKey(phrase);
+  return key.size() < phrase.size() && std::all_of(key.begin(), key.end(), IsInert);
+}
+
+// Bytes that neither begin a break nor belong to a run of blanks keep value and place whatever is done to the
+// rest, as long as all before them do.
+PlainComparison ComparePlain(std::string_view phrase, std::string_view text) {
+  if (text.starts_with(phrase)) return PlainComparison::kEqual;
+  for (std::size_t i = 0; i < phrase.size(); ++i) {
+    if (i == text.size()) return PlainComparison::kDifferent;
+    const bool last = i + 1 == text.size();
+    const bool settled = IsInert(text[i]) || (text[i] == ' ' && (last || IsInert(text[i + 1])));
+    if (!settled) return PlainComparison::kOpen;
+    if (text[i] != phrase[i]) return PlainComparison::kDifferent;
+  }
+  return PlainComparison::kDifferent;
+}
+
+std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view text,
+                                       std::string_view line_end, PageEncoding encoding) {
+  const std::string_view window = Window(text, phrase.size() + kRoomForBreaks, encoding);
+  const bool entity_is_blank = phrase.find(kNbsp) == std::string_view::npos;
+  switch (ComparePlain(phrase, window)) {
+    case PlainComparison::kEqual:
+      return Accept(window.substr(0, phrase.size()), line_end);
+    case PlainComparison::kDifferent:
+      return std::nullopt;
+    case PlainComparison::kOpen:
+      break;
+  }
+  Candidate candidate(window);
+  for (std::size_t p = 0;;) {
+    const std::size_t line = candidate.Find(line_end, p + 1);
+    const std::size_t entity = entity_is_blank ? candidate.Find(kNbsp, p + 1) : 0;
+    const std::size_t q = LeastPositive(line, entity, 0);
+    if (q == 0) return std::nullopt;
+    candidate.PutBlank(q, q == line ? line_end.size() : kNbsp.size());
+    candidate.HalveDoubledBlanks();
+    p = q;
+    const PlainComparison comparison = ComparePlain(phrase, candidate.bytes());
+    if (comparison == PlainComparison::kEqual) {
+      return Accept(window.substr(0, candidate.EndInPage(phrase.size() - 1)), line_end);
+    }
+    if (comparison == PlainComparison::kDifferent) return std::nullopt;
+  }
+}
+
+std::size_t LeastPositive(std::size_t a, std::size_t b, std::size_t c) {
+  std::size_t least = 0;
+  for (const std::size_t position : {a, b, c}) {
+    if (position > 0 && (least == 0 || position < least)) least = position;
+  }
+  return least;
+}
+
+}  // namespace tessaril

@@ -1,0 +1,34 @@
+#include "engine/report_pieces.h"
+
+#include <initializer_list>
+
+namespace tessaril {
+namespace {
+
+void Append(std::initializer_list<std::string_view> pieces, std::string& report) {
+  for (const std::string_view piece : pieces) report += piece;
+}
+
+}  // namespace
+
+void AppendFileHeader(std::string_view path, std::string& report) {
+  constexpr std::string_view rule =
+      "----------------------------------------"
+      "----------------------------------------";
+  static_assert(rule.size() == 80);
+  Append({"\r\n\r\n", rule, "\r\n", path, "\r\n", rule}, report);
+}
+
+void AppendEntry(std::string_view label, std::string_view context, std::string& report) {
+  Append({"\r\n\r\n", label, "\r\n...", context, "..."}, report);
+}
+
+void AppendManualChange(std::string_view edited, std::string& report) {
+  Append({"\r\n--* Manually changed TO:\r\n...", edited, "..."}, report);
+}
+
+void AppendStopLine(std::string_view path, std::string& report) {
+  Append({"\r\n\r\n*** Stopped in ", path, " ***"}, report);
+}
+
+}  // namespace tessaril

@@ -1,0 +1,221 @@
+#include "engine/text_search.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "engine/ascii.h"
+#include "engine/byte_search.h"
+#include "engine/page_text.h"
+#include "engine/paths.h"
+#include "engine/phrase_match.h"
+#include "engine/report_pieces.h"
+
+namespace tessaril {
+namespace {
+
+constexpr std::size_t kContextBefore = 20;  // bytes shown ahead of an occurrence, fewer at the page's start
+constexpr std::size_t kContextAfter = 100;  // bytes shown behind it, fewer at the page's end
+
+struct Occurrence {
+  std::size_t place;          // from 0
+  std::size_t length;         // bytes that it covers
+  std::size_t first_break;    // as PhraseMatch has it
+  std::size_t context_begin;  // the slice that is shown around it
+  std::size_t context_end;
+};
+
+// `replacement` as it is proposed for an occurrence with a break in it: one of its blanks becomes the page's
+// line end, the first at or behind the place of the break, else the last before it.
+std::string WithBreak(std::string replacement, std::size_t first_break, std::string_view line_end) {
+  if (first_break == 0) return replacement;
+  std::size_t blank = replacement.find(' ', first_break - 1);
+  if (blank == std::string::npos) blank = replacement.rfind(' ', first_break - 1);
+  if (blank != std::string::npos) replacement.replace(blank, 1, line_end);
+  return replacement;
+}
+
+// The search through one page.
+class PageSearch {
+ public:
+  PageSearch(const std::string& F, PageText& page, RunContext& run) : path_(F), page_(page), run_(run) {}
+
+  // False when the page cannot hold the text.
+  bool Prepare(const std::string& S, const std::string& R);
+  void Run();
+
+  bool hit() const { return hit_; }
+  bool changed() const { return changed_; }
+  const std::string& report() const { return report_; }
+
+ private:
+  bool replacing() const { return run_.options.function == Function::kReplace; }
+  void UseLetterCase();
+  std::optional<Occurrence> FindNext();
+  Occurrence Surround(std::size_t place, const PhraseMatch& match);
+  void ReplaceUnasked(const Occurrence& found);
+  bool PutToUser(const Occurrence& found);  // false when the user stops
+  Proposal MakeProposal(const Occurrence& found);
+  void ReplaceAsEdited(const Occurrence& found, const Proposal& proposal, const std::string& edited);
+
+  const std::string& path_;
+  PageText& page_;
+  RunContext& run_;
+  std::string S_;  // both texts in the page's own bytes
+  std::string R_;
+  bool multi_word_ = false;
+  std::optional<ByteSearch> key_;
+  bool key_case_ = false;             // what ULcase said when the key was made
+  bool resume_behind_insert_ = false;  // an unasked replacement would be found again inside itself
+  std::size_t next_ = 0;               // where the search goes on, from 0
+  std::string context_;
+  std::string report_;
+  bool hit_ = false;
+  bool changed_ = false;
+};
+
+bool PageSearch::Prepare(const std::string& S, const std::string& R) {
+  if (S.empty()) return false;
+  const auto encoding_for = [this](const std::string& text) {
+    return IsAscii(text) ? PageEncoding::kEightBit : page_.Encoding();
+  };
+  std::optional<std::string> sought = SoughtBytes(S, encoding_for(S));
+  if (!sought) return false;
+  S_ = std::move(*sought);
+  R_ = WrittenBytes(R, encoding_for(R));
+  multi_word_ = S_.find(' ') != std::string::npos;
+  UseLetterCase();
+  return true;
+}
+
+void PageSearch::UseLetterCase() {
+  key_case_ = run_.options.ULcase;
+  const LetterCase letter_case = key_case_ ? LetterCase::kExact : LetterCase::kFolded;
+  const std::string_view key = PhraseKey(S_);
+  resume_behind_insert_ = ByteSearch(key, letter_case).Find(R_, 1) != ByteSearch::kNone;
+  key_.emplace(key, multi_word_ && KeyIsComparedExactly(S_) ? LetterCase::kExact : letter_case);
+}
+
+void PageSearch::Run() {
+  while (std::optional<Occurrence> found = FindNext()) {
+    hit_ = true;
+    next_ = found->place + 1;
+    if (run_.options.ShowEach) {
+      if (!PutToUser(*found)) return;
+      continue;
+    }
+    context_.clear();
+    page_.AppendSlice(found->context_begin, found->context_end, context_);
+    if (replacing()) {
+      ReplaceUnasked(*found);
+    } else {
+      AppendEntry(kLabelFound, context_, report_);
+    }
+  }
+}
+
+std::optional<Occurrence> PageSearch::FindNext() {
+  if (next_ > page_.size()) return std::nullopt;
+  if (key_case_ != run_.options.ULcase) UseLetterCase();
+  const std::string_view text = page_.Tail(next_);
+  for (std::size_t at = 0;; ++at) {
+    at = key_->Find(text, at);
+    if (at == ByteSearch::kNone) return std::nullopt;
+    if (!multi_word_) return Surround(next_ + at, {S_.size(), 0});
+    if (ComparePlain(S_, text.substr(at)) == PlainComparison::kDifferent) continue;
+    const PageEncoding encoding = page_.Encoding();
+    if (const std::optional<PhraseMatch> match = MatchPhrase(S_, text.substr(at), page_.LineEnd(), encoding)) {
+      return Surround(next_ + at, *match);
+    }
+  }
+}
+
+Occurrence PageSearch::Surround(std::size_t place, const PhraseMatch& match) {
+  const std::size_t begin = place - std::min(place, kContextBefore);
+  const std::size_t end = std::min(place + match.length + kContextAfter, page_.size());
+  return {place, match.length, match.first_break, page_.CharacterAtOrBefore(begin),
+          page_.CharacterAtOrAfter(end)};
+}
+
+void PageSearch::ReplaceUnasked(const Occurrence& found) {
+  page_.Replace(found.place, found.place + found.length, R_);
+  changed_ = true;
+  AppendEntry(kLabelChanged, context_, report_);
+  if (resume_behind_insert_) next_ = found.place + R_.size();
+}
+
+bool PageSearch::PutToUser(const Occurrence& found) {
+  const Proposal proposal = MakeProposal(found);
+  const ProposalAnswer answer = run_.host.Propose(proposal);
+  const std::string_view label_unchanged = replacing() ? kLabelKept : kLabelFound;
+  switch (answer.ReplaceAnswer) {
+    case kKeep:
+      AppendEntry(label_unchanged, proposal.SearchText, report_);
+      break;
+    case kReplace:
+      ReplaceAsEdited(found, proposal, answer.ReplaceText);
+      break;
+    case kStop:
+      AppendEntry(label_unchanged, proposal.SearchText, report_);
+      AppendStopLine(path_, report_);
+      run_.state.StopRequested = true;
+      return false;
+    default:
+      break;
+  }
+  return true;
+}
+
+Proposal PageSearch::MakeProposal(const Occurrence& found) {
+  const std::size_t before = found.place - found.context_begin;
+  Proposal proposal;
+  proposal.FileName = ShortenedPath(path_);
+  proposal.encoding = page_.Encoding();
+  page_.AppendSlice(found.context_begin, found.context_end, proposal.SearchText);
+  proposal.SearchSelection = {before, found.length};
+  if (!replacing()) return proposal;
+  proposal.ReplaceText = proposal.SearchText.substr(0, before);
+  *proposal.ReplaceText += WithBreak(R_, found.first_break, page_.LineEnd());
+  *proposal.ReplaceText += proposal.SearchText.substr(before + found.length);
+  const std::size_t extra = found.length - S_.size();
+  proposal.ReplaceSelection = {before, R_.size() + extra};
+  return proposal;
+}
+
+void PageSearch::ReplaceAsEdited(const Occurrence& found, const Proposal& proposal, const std::string& edited) {
+  AppendEntry(kLabelChanged, proposal.SearchText, report_);
+  if (edited != proposal.ReplaceText) AppendManualChange(edited, report_);
+  page_.Replace(found.context_begin, found.context_end, edited);
+  changed_ = true;
+}
+
+}  // namespace
+
+Status Erstat(const std::string& S, const std::string& R, const std::string& F, RunContext& run) {
+  run.host.CountFile(F);
+  FileStamp stamp;
+  if (Status status = run.files.Read(F, run.page_bytes, stamp); !status.ok()) return status;
+  PageText page(run.page_bytes);
+  PageSearch search(F, page, run);
+  if (!search.Prepare(S, R)) return {};
+  search.Run();
+  if (search.changed()) {
+    if (Status status = run.files.ReplaceContent(F, stamp, page.Pieces()); !status.ok()) return status;
+  }
+  if (!search.hit()) return {};
+  RunState& state = run.state;
+  if (!run.options.MarkedOnly) AppendFileHeader(F, state.Results);
+  state.Results += search.report();
+  state.ReportTitle = "Search results";
+  run.host.ShowReport(state.Results, state.ReportTitle);
+  return {};
+}
+
+Status SearchFile(RunContext& run) {
+  const RunOptions& options = run.options;
+  const bool replacing = options.function == Function::kReplace;
+  return Erstat(options.SearchTekst, replacing ? options.ReplaceText : std::string(), run.state.RunFile, run);
+}
+
+}  // namespace tessaril
