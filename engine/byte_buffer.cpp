@@ -1,11 +1,16 @@
 #include "engine/byte_buffer.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace tessaril {
 
 void ByteBuffer::Reserve(std::size_t capacity) {
   if (capacity <= capacity_) return;
+  // Memory that is never touched costs nothing; what is touched first costs a page fault, and again after
+  // each growing. So the first step is one that holds nearly every page there is.
+  constexpr std::size_t kLeast = std::size_t{1} << 24;
+  capacity = std::max(capacity, kLeast);
   auto grown = std::make_unique_for_overwrite<char[]>(capacity);
   if (size_ > 0) std::memcpy(grown.get(), data_.get(), size_);
   data_ = std::move(grown);

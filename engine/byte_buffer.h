@@ -17,7 +17,7 @@ class ByteBuffer {
   std::size_t capacity() const { return capacity_; }
   std::string_view view() const { return {data_.get(), size_}; }
 
-  /// Makes room for `capacity` bytes in all and keeps the first size() bytes. Throws std::bad_alloc and then
+  /// Makes room for at least `capacity` bytes in all and keeps the first size() bytes. Throws std::bad_alloc and then
   /// leaves everything as it was.
   void Reserve(std::size_t capacity);
 

@@ -47,6 +47,23 @@ bool HasWideCompare() {
 
 ByteSearch::ByteSearch(std::string_view key, LetterCase letter_case)
     : key_(letter_case == LetterCase::kFolded ? ToLower(key) : std::string(key)), letter_case_(letter_case) {
+  const std::size_t in_head = std::min(key_.size(), sizeof head_);
+  std::array<char, sizeof head_> case_bits{};
+  for (std::size_t i = 0; i < in_head; ++i) case_bits[i] = CaseBit(key_[i], letter_case);
+  std::memcpy(&head_, key_.data(), in_head);
+  std::memcpy(&head_case_, case_bits.data(), sizeof head_case_);
+  std::memset(&head_mask_, 0xFF, in_head);
+  ChooseRareBytes();
+}
+
+ByteSearch ByteSearch::ForFirstWord(std::string_view key, char next) {
+  ByteSearch search(key, LetterCase::kExact);
+  search.first_word_ = true;
+  search.next_ = next;
+  return search;
+}
+
+void ByteSearch::ChooseRareBytes() {
   if (key_.size() < 2) return;
   const auto rank = [this](std::size_t i) { return kRanks[static_cast<unsigned char>(key_[i])]; };
   second_ = 1;
@@ -69,9 +86,19 @@ std::size_t ByteSearch::Find(std::string_view text, std::size_t from) const {
   return FindPlain(text, from);
 }
 
-bool ByteSearch::KeyStandsAt(const char* place) const {
-  if (letter_case_ == LetterCase::kExact) return std::memcmp(place, key_.data(), key_.size()) == 0;
-  for (std::size_t i = 0; i < key_.size(); ++i) {
+inline bool ByteSearch::KeyStandsAt(const char* place, const char* text_end) const {
+  if (text_end - place < static_cast<std::ptrdiff_t>(sizeof head_)) return RestStandsAt(place, 0);
+  std::uint64_t text_head;
+  std::memcpy(&text_head, place, sizeof text_head);
+  if (((text_head | head_case_) & head_mask_) != head_) return false;
+  return key_.size() <= sizeof head_ || RestStandsAt(place, sizeof head_);
+}
+
+bool ByteSearch::RestStandsAt(const char* place, std::size_t from) const {
+  if (letter_case_ == LetterCase::kExact) {
+    return std::memcmp(place + from, key_.data() + from, key_.size() - from) == 0;
+  }
+  for (std::size_t i = from; i < key_.size(); ++i) {
     if (ToLower(place[i]) != key_[i]) return false;
   }
   return true;
@@ -89,7 +116,7 @@ std::size_t ByteSearch::FindPlain(std::string_view text, std::size_t from) const
     } else if (ToLower(text[place + first_]) != sought) {
       continue;
     }
-    if (KeyStandsAt(text.data() + place)) return place;
+    if (KeyStandsAt(text.data() + place, text.data() + text.size())) return place;
   }
   return kNone;
 }
@@ -100,11 +127,19 @@ __attribute__((target("avx2"))) static inline __m256i Load(const char* place) {
   return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(place));
 }
 
+// Bits for the bytes up to "'", among which are the blank, all line ends and "&".
+__attribute__((target("avx2"))) static inline __m256i UpToQuote(__m256i bytes) {
+  const __m256i quote = _mm256_set1_epi8('\'');
+  return _mm256_cmpeq_epi8(_mm256_max_epu8(bytes, quote), quote);
+}
+
 // Where both rare bytes stand at their places, a bit is set; the letters' case bit is set in text and key
 // alike before they are compared, which for letters leaves exactly the two cases of the letter.
 __attribute__((target("avx2"))) std::size_t ByteSearch::FindWide(std::string_view text,
                                                                  std::size_t from) const {
   constexpr std::size_t kWidth = 32;
+  const bool first_word = first_word_;
+  const std::size_t behind_key = first_word ? 2 : 0;  // bytes looked at there
   const std::size_t last = text.size() - key_.size();
   const char first_bit = CaseBit(key_[first_], letter_case_);
   const char second_bit = CaseBit(key_[second_], letter_case_);
@@ -112,25 +147,30 @@ __attribute__((target("avx2"))) std::size_t ByteSearch::FindWide(std::string_vie
   const __m256i second_mask = _mm256_set1_epi8(second_bit);
   const __m256i first_byte = _mm256_set1_epi8(static_cast<char>(key_[first_] | first_bit));
   const __m256i second_byte = _mm256_set1_epi8(static_cast<char>(key_[second_] | second_bit));
+  const __m256i blank = _mm256_set1_epi8(' ');
+  const __m256i next = _mm256_set1_epi8(next_);
+  const char* const text_end = text.data() + text.size();
   std::size_t place = from;
-  for (; place + kWidth <= last + 1; place += kWidth) {
+  for (; place + kWidth + behind_key <= last + 1; place += kWidth) {
     const char* const base = text.data() + place;
     const __m256i firsts = _mm256_cmpeq_epi8(_mm256_or_si256(Load(base + first_), first_mask), first_byte);
     const __m256i seconds =
         _mm256_cmpeq_epi8(_mm256_or_si256(Load(base + second_), second_mask), second_byte);
-    auto bits = static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_and_si256(firsts, seconds)));
+    __m256i both = _mm256_and_si256(firsts, seconds);
+    if (first_word) {
+      const __m256i behind = Load(base + key_.size());
+      const __m256i then = Load(base + key_.size() + 1);
+      const __m256i goes_on = _mm256_or_si256(_mm256_cmpeq_epi8(then, next), UpToQuote(then));
+      const __m256i wrong_word = _mm256_andnot_si256(goes_on, _mm256_cmpeq_epi8(behind, blank));
+      both = _mm256_andnot_si256(wrong_word, _mm256_and_si256(both, UpToQuote(behind)));
+    }
+    auto bits = static_cast<std::uint32_t>(_mm256_movemask_epi8(both));
     for (; bits != 0; bits &= bits - 1) {
       const auto offset = static_cast<std::size_t>(std::countr_zero(bits));
-      if (KeyStandsAt(base + offset)) return place + offset;
+      if (KeyStandsAt(base + offset, text_end)) return place + offset;
     }
   }
   return place <= last ? FindPlain(text, place) : kNone;
-}
-
-#else
-
-std::size_t ByteSearch::FindWide(std::string_view text, std::size_t from) const {
-  return FindPlain(text, from);
 }
 
 #endif

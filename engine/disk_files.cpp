@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <ctime>
 #include <memory>
 #include <new>
 
@@ -59,6 +60,14 @@ EntryKind KindOf(int folder, const dirent& entry) {
   return is_itself ? EntryKind::kFolder : EntryKind::kOther;
 }
 
+// The stamp of an open folder. None when it changed just now: the next change could bear the same time.
+FileStamp FolderStamp(int folder) {
+  constexpr time_t kSecondsToBeSure = 2;
+  struct stat info {};
+  if (fstat(folder, &info) != 0 || info.st_mtim.tv_sec + kSecondsToBeSure > time(nullptr)) return {};
+  return StampOf(info);
+}
+
 // Reads until the end, also where the file grows meanwhile. A read that brings less than was asked for, up
 // to the size that the file had, is the end.
 Status ReadAll(int file, std::size_t expected, ByteBuffer& bytes) {
@@ -90,10 +99,11 @@ Status DiskFiles::FolderFor(std::string_view folder, OpenFolder& open_folder) {
   return status;
 }
 
-Status DiskFiles::ListFolder(const std::string& folder, std::vector<FolderEntry>& entries) {
+Status DiskFiles::ListFolder(const std::string& folder, std::vector<FolderEntry>& entries, FileStamp& stamp) {
   entries.clear();
   FileHandle handle;
   if (Status status = OpenFolderAt(folder, handle); !status.ok()) return status;
+  stamp = FolderStamp(handle.get());
   const auto close_stream = [](DIR* stream) { closedir(stream); };
   const std::unique_ptr<DIR, decltype(close_stream)> stream(fdopendir(handle.get()), close_stream);
   if (stream == nullptr) return Status::System(errno);
@@ -106,6 +116,11 @@ Status DiskFiles::ListFolder(const std::string& folder, std::vector<FolderEntry>
     if (name == "." || name == "..") continue;
     entries.push_back({std::string(name), KindOf(descriptor, *entry)});
   }
+}
+
+bool DiskFiles::FolderIsUnchanged(const std::string& folder, const FileStamp& stamp) {
+  struct stat info {};
+  return stamp != FileStamp() && stat(folder.c_str(), &info) == 0 && StampOf(info) == stamp;
 }
 
 Status DiskFiles::EnterFolder(const std::string& folder) {
@@ -122,10 +137,10 @@ Status DiskFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& st
   bytes.SetSize(0);
   OpenFolder folder;
   if (Status status = FolderFor(FolderOf(path), folder); !status.ok()) return status;
-  const std::string name(NameOf(path));
+  const char* const name = path.c_str() + (path.size() - NameOf(path).size());
   // Not blocking, so that a pipe in a page's place is noticed instead of waited for.
   const FileHandle file(
-      openat(folder.descriptor, name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+      openat(folder.descriptor, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   if (!file.is_open()) return Status::System(errno);
   struct stat info {};
   if (fstat(file.get(), &info) != 0) return Status::System(errno);

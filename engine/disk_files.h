@@ -19,7 +19,8 @@ class DiskFiles : public Files {
   DiskFiles(const DiskFiles&) = delete;
   DiskFiles& operator=(const DiskFiles&) = delete;
 
-  Status ListFolder(const std::string& folder, std::vector<FolderEntry>& entries) override;
+  Status ListFolder(const std::string& folder, std::vector<FolderEntry>& entries, FileStamp& stamp) override;
+  bool FolderIsUnchanged(const std::string& folder, const FileStamp& stamp) override;
   Status EnterFolder(const std::string& folder) override;
   const std::string& CurrentFolder() const override { return current_folder_; }
   Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) override;

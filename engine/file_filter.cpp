@@ -8,12 +8,11 @@
 namespace tessaril {
 namespace {
 
-// Bytes of the character at the start of `name`.
-std::size_t CharacterLength(std::string_view name, bool utf8) { return utf8 ? SequenceLength(name) : 1; }
-
-// On a mismatch the last "*" takes one character more; earlier ones need never be tried again.
+// `pattern` is in lower case. On a mismatch the last "*" takes one byte more; earlier ones need never be tried
+// again. Inside a sequence nothing but "?" could match, and that takes whole characters.
 bool Matches(std::string_view pattern, std::string_view name) {
-  const bool utf8 = IsUtf8(name);
+  const bool by_sequence = pattern.find('?') != std::string_view::npos && IsUtf8(name);
+  const auto character = [by_sequence](std::string_view rest) { return by_sequence ? SequenceLength(rest) : 1; };
   std::string_view after_star;
   std::string_view retry;
   bool star = false;
@@ -25,12 +24,12 @@ bool Matches(std::string_view pattern, std::string_view name) {
       star = true;
     } else if (!pattern.empty() && pattern.front() == '?') {
       pattern.remove_prefix(1);
-      name.remove_prefix(CharacterLength(name, utf8));
-    } else if (!pattern.empty() && pattern.front() == name.front()) {
+      name.remove_prefix(character(name));
+    } else if (!pattern.empty() && pattern.front() == ToLower(name.front())) {
       pattern.remove_prefix(1);
       name.remove_prefix(1);
     } else if (star) {
-      retry.remove_prefix(CharacterLength(retry, utf8));
+      retry.remove_prefix(character(retry));
       pattern = after_star;
       name = retry;
     } else {
@@ -62,9 +61,8 @@ FileFilter::FileFilter(std::string_view text) {
 }
 
 bool FileFilter::Lists(std::string_view name) const {
-  const std::string lower = ToLower(name);
   return std::any_of(patterns_.begin(), patterns_.end(),
-                     [&lower](const std::string& pattern) { return Matches(pattern, lower); });
+                     [name](const std::string& pattern) { return Matches(pattern, name); });
 }
 
 bool LooksLikeHtmlFilter(std::string_view text) {

@@ -40,9 +40,12 @@ class Files {
  public:
   virtual ~Files() = default;
 
-  /// Fills `entries` with all entries of a folder ("." and ".." left out), in no order. On failure `entries`
-  /// holds what was read until then.
-  virtual Status ListFolder(const std::string& folder, std::vector<FolderEntry>& entries) = 0;
+  /// Fills `entries` with all entries of a folder ("." and ".." left out), in no order, and `stamp` for
+  /// FolderIsUnchanged. On failure `entries` holds what was read until then.
+  virtual Status ListFolder(const std::string& folder, std::vector<FolderEntry>& entries, FileStamp& stamp) = 0;
+
+  /// Whether the folder certainly has the entries that it had when `stamp` was made.
+  virtual bool FolderIsUnchanged(const std::string& folder, const FileStamp& stamp) = 0;
 
   /// Makes `folder` the current folder; on failure the current folder stays.
   virtual Status EnterFolder(const std::string& folder) = 0;

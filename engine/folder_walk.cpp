@@ -11,16 +11,15 @@
 namespace tessaril {
 namespace {
 
-// Sorted by the names in lower case, and where these are equal by the names themselves.
-void SortByName(std::vector<std::string>& names) {
-  std::vector<std::pair<std::string, std::string>> keyed;
-  keyed.reserve(names.size());
-  for (std::string& name : names) {
-    std::string key = ToLower(name);
-    keyed.emplace_back(std::move(key), std::move(name));
+// The order of names: without regard to letter case, and where they then are equal, by byte.
+bool ComesBefore(const std::string& a, const std::string& b) {
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < common; ++i) {
+    const auto x = static_cast<unsigned char>(ToLower(a[i]));
+    const auto y = static_cast<unsigned char>(ToLower(b[i]));
+    if (x != y) return x < y;
   }
-  std::sort(keyed.begin(), keyed.end());
-  for (std::size_t i = 0; i < names.size(); ++i) names[i] = std::move(keyed[i].second);
+  return a.size() != b.size() ? a.size() < b.size() : a < b;
 }
 
 }  // namespace
@@ -33,15 +32,15 @@ bool FolderWalk::WalkFolder(const std::string& NewPath) {
       return false;
     }
     run_.state.SearchActive = true;
-    std::vector<FolderEntry> entries;
-    if (!List(NewPath, entries)) return false;
-    const std::vector<std::string> subfolders = Names(entries, EntryKind::kFolder);
+    Listing listing;
+    if (!List(NewPath, listing)) return false;
+    const std::vector<std::string> subfolders = TakeNames(listing, EntryKind::kFolder);
     if (!subfolders.empty()) {
       if (WalkSubfolders(NewPath, subfolders)) return true;
       if (run_.state.StopRequested) return false;
-      if (!List(NewPath, entries)) return false;
+      if (!run_.files.FolderIsUnchanged(NewPath, listing.stamp) && !List(NewPath, listing)) return false;
     }
-    return ProcessFiles(NewPath, Names(entries, EntryKind::kFile));
+    return ProcessFiles(NewPath, TakeNames(listing, EntryKind::kFile));
   } catch (const std::bad_alloc&) {
   } catch (const std::length_error&) {
   }
@@ -88,20 +87,21 @@ bool FolderWalk::ProcessFile() {
   return !run_.state.StopRequested;
 }
 
-bool FolderWalk::List(const std::string& folder, std::vector<FolderEntry>& entries) {
-  const Status status = run_.files.ListFolder(folder, entries);
+bool FolderWalk::List(const std::string& folder, Listing& listing) {
+  const Status status = run_.files.ListFolder(folder, listing.entries, listing.stamp);
   if (!status.ok()) run_.host.TellFailure(folder, status.reason());
   return status.ok();
 }
 
-std::vector<std::string> FolderWalk::Names(const std::vector<FolderEntry>& entries, EntryKind kind) const {
+// The sorted names of one kind, moved out of the listing.
+std::vector<std::string> FolderWalk::TakeNames(Listing& listing, EntryKind kind) const {
   std::vector<std::string> names;
-  for (const FolderEntry& entry : entries) {
+  for (FolderEntry& entry : listing.entries) {
     if (entry.kind != kind || entry.name.starts_with('.')) continue;
     if (kind == EntryKind::kFile && !filter_.Lists(entry.name)) continue;
-    names.push_back(entry.name);
+    names.push_back(std::move(entry.name));
   }
-  SortByName(names);
+  std::sort(names.begin(), names.end(), ComesBefore);
   return names;
 }
 

@@ -28,8 +28,12 @@ class FolderWalk {
   bool WalkSubfolders(const std::string& folder, const std::vector<std::string>& names);
   bool ProcessFiles(const std::string& folder, const std::vector<std::string>& names);
   bool ProcessFile();
-  bool List(const std::string& folder, std::vector<FolderEntry>& entries);
-  std::vector<std::string> Names(const std::vector<FolderEntry>& entries, EntryKind kind) const;
+  struct Listing {
+    std::vector<FolderEntry> entries;
+    FileStamp stamp;
+  };
+  bool List(const std::string& folder, Listing& listing);
+  std::vector<std::string> TakeNames(Listing& listing, EntryKind kind) const;
 
   RunContext& run_;
   Worker worker_;

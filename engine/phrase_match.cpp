@@ -8,7 +8,6 @@ namespace tessaril {
 namespace {
 
 constexpr std::string_view kNbsp = "&nbsp;";
-constexpr std::size_t kRoomForBreaks = 100;  // bytes looked at beyond the phrase's own length
 
 bool MayBeginBreak(char c) { return c == '\r' || c == '\n' || c == '&'; }
 bool IsInert(char c) { return c != ' ' && !MayBeginBreak(c); }
@@ -58,20 +57,41 @@ class Candidate {
   std::vector<std::size_t> ends_;
 };
 
+// A byte that neither begins a break nor belongs to a run of blanks keeps its value and its place whatever is
+// done to the rest, as long as all before it do.
+bool IsSettled(std::string_view text, std::size_t at) {
+  if (text[at] != ' ') return !MayBeginBreak(text[at]);
+  return at + 1 == text.size() || IsInert(text[at + 1]);
+}
+
+// How many bytes at the start are settled and those of the phrase.
+std::size_t SettledAndEqual(std::string_view phrase, std::string_view text) {
+  const std::size_t most = std::min(phrase.size(), text.size());
+  std::size_t count = 0;
+  while (count < most && text[count] == phrase[count] && IsSettled(text, count)) ++count;
+  return count;
+}
+
+// Decides most of the places where a word stands at the end of a line: once the break is a blank, alone or
+// halved with one that followed, the byte behind it is settled, too. `entity` is empty where it is no break.
+bool IsDifferentBehindBreak(std::string_view phrase, std::string_view window, std::string_view line_end,
+                            std::string_view entity) {
+  const std::size_t at = SettledAndEqual(phrase, window);
+  if (at + 1 >= phrase.size()) return false;
+  const std::string_view rest = window.substr(at);
+  std::string_view found;
+  if (rest.starts_with(line_end)) found = line_end;
+  if (!entity.empty() && rest.starts_with(entity)) found = entity;
+  if (found.empty()) return false;
+  if (phrase[at] != ' ') return true;
+  const std::string_view behind = rest.substr(found.size());
+  const std::size_t next = behind.starts_with(' ') ? 1 : 0;
+  return behind.size() > next && IsInert(behind[next]) && behind[next] != phrase[at + 1];
+}
+
 PhraseMatch Accept(std::string_view covered, std::string_view line_end) {
   const std::size_t at = std::min(covered.find(line_end), covered.find(kNbsp));
   return {covered.size(), at == std::string_view::npos ? 0 : at + 1};
-}
-
-std::string_view Window(std::string_view text, std::size_t length, PageEncoding encoding) {
-  if (length >= text.size()) return text;
-  if (encoding == PageEncoding::kUtf8) {
-    for (std::size_t back = 1; back <= std::min<std::size_t>(length, 3); ++back) {
-      const std::size_t sequence = SequenceLength(text.substr(length - back));
-      if (sequence > back) length += sequence - back;
-    }
-  }
-  return text.substr(0, length);
 }
 
 }  // namespace
@@ -83,39 +103,25 @@ bool KeyIsComparedExactly(std::string_view phrase) {
   return key.size() < phrase.size() && std::all_of(key.begin(), key.end(), IsInert);
 }
 
-// Bytes that neither begin a break nor belong to a run of blanks keep value and place whatever is done to the
-// rest, as long as all before them do.
 PlainComparison ComparePlain(std::string_view phrase, std::string_view text) {
-  if (text.starts_with(phrase)) return PlainComparison::kEqual;
-  for (std::size_t i = 0; i < phrase.size(); ++i) {
-    if (i == text.size()) return PlainComparison::kDifferent;
-    const bool last = i + 1 == text.size();
-    const bool settled = IsInert(text[i]) || (text[i] == ' ' && (last || IsInert(text[i + 1])));
-    if (!settled) return PlainComparison::kOpen;
-    if (text[i] != phrase[i]) return PlainComparison::kDifferent;
-  }
-  return PlainComparison::kDifferent;
+  const std::size_t settled = SettledAndEqual(phrase, text);
+  if (settled == phrase.size() || text.starts_with(phrase)) return PlainComparison::kEqual;
+  return settled < text.size() && !IsSettled(text, settled) ? PlainComparison::kOpen : PlainComparison::kDifferent;
 }
 
-std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view text,
-                                       std::string_view line_end, PageEncoding encoding) {
-  const std::string_view window = Window(text, phrase.size() + kRoomForBreaks, encoding);
+std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view window,
+                                       std::string_view line_end) {
+  if (window.starts_with(phrase)) return Accept(window.substr(0, phrase.size()), line_end);
   const bool entity_is_blank = phrase.find(kNbsp) == std::string_view::npos;
-  switch (ComparePlain(phrase, window)) {
-    case PlainComparison::kEqual:
-      return Accept(window.substr(0, phrase.size()), line_end);
-    case PlainComparison::kDifferent:
-      return std::nullopt;
-    case PlainComparison::kOpen:
-      break;
-  }
+  const std::string_view entity = entity_is_blank ? kNbsp : std::string_view();
+  if (IsDifferentBehindBreak(phrase, window, line_end, entity)) return std::nullopt;
   Candidate candidate(window);
   for (std::size_t p = 0;;) {
-    const std::size_t line = candidate.Find(line_end, p + 1);
-    const std::size_t entity = entity_is_blank ? candidate.Find(kNbsp, p + 1) : 0;
-    const std::size_t q = LeastPositive(line, entity, 0);
+    const std::size_t line_at = candidate.Find(line_end, p + 1);
+    const std::size_t entity_at = entity_is_blank ? candidate.Find(kNbsp, p + 1) : 0;
+    const std::size_t q = LeastPositive(line_at, entity_at, 0);
     if (q == 0) return std::nullopt;
-    candidate.PutBlank(q, q == line ? line_end.size() : kNbsp.size());
+    candidate.PutBlank(q, q == line_at ? line_end.size() : kNbsp.size());
     candidate.HalveDoubledBlanks();
     p = q;
     const PlainComparison comparison = ComparePlain(phrase, candidate.bytes());

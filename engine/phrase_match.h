@@ -5,8 +5,6 @@
 #include <optional>
 #include <string_view>
 
-#include "engine/page_encoding.h"
-
 // A phrase, a text with a blank in it, is found also where the page breaks the line, writes "&nbsp;" or, next
 // to such a break, has several blanks in the place of one. The search run and the editor's find share this.
 
@@ -30,12 +28,15 @@ struct PhraseMatch {
 enum class PlainComparison { kEqual, kDifferent, kOpen };
 PlainComparison ComparePlain(std::string_view phrase, std::string_view text);
 
-/// Whether `phrase` (not empty) stands at the start of `text`, a page from the place of a key on, by the full
-/// rule: line ends (`line_end`, the page's own) and "&nbsp;" become blanks one after the other, after each the
-/// doubled blanks are halved, and the result is compared with the phrase, letter case included. Only the
-/// phrase's length and 100 bytes more are looked at.
-std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view text,
-                                       std::string_view line_end, PageEncoding encoding);
+/// How many bytes beyond the phrase's own length are looked at for breaks.
+inline constexpr std::size_t kRoomForBreaks = 100;
+
+/// Whether `phrase` (not empty) stands at the start of `window`, the bytes of a page from the place of a key
+/// on, as many as the phrase has and kRoomForBreaks more, whole characters. Line ends (`line_end`, the page's
+/// own) and "&nbsp;" become blanks one after the other, after each the doubled blanks are halved, and the
+/// result is compared with the phrase, letter case included.
+std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view window,
+                                       std::string_view line_end);
 
 /// The least of three positions that is above 0; 0 when none is.
 std::size_t LeastPositive(std::size_t a, std::size_t b, std::size_t c);

@@ -93,8 +93,14 @@ void PageSearch::UseLetterCase() {
   key_case_ = run_.options.ULcase;
   const LetterCase letter_case = key_case_ ? LetterCase::kExact : LetterCase::kFolded;
   const std::string_view key = PhraseKey(S_);
-  resume_behind_insert_ = ByteSearch(key, letter_case).Find(R_, 1) != ByteSearch::kNone;
-  key_.emplace(key, multi_word_ && KeyIsComparedExactly(S_) ? LetterCase::kExact : letter_case);
+  resume_behind_insert_ =
+      replacing() && ByteSearch(key, letter_case).Find(R_, 1) != ByteSearch::kNone;
+  if (multi_word_ && KeyIsComparedExactly(S_)) {
+    const char next = key.size() + 1 < S_.size() ? S_[key.size() + 1] : ' ';
+    key_ = ByteSearch::ForFirstWord(key, next);
+  } else {
+    key_.emplace(key, letter_case);
+  }
 }
 
 void PageSearch::Run() {
@@ -124,9 +130,12 @@ std::optional<Occurrence> PageSearch::FindNext() {
     if (at == ByteSearch::kNone) return std::nullopt;
     if (!multi_word_) return Surround(next_ + at, {S_.size(), 0});
     if (ComparePlain(S_, text.substr(at)) == PlainComparison::kDifferent) continue;
-    const PageEncoding encoding = page_.Encoding();
-    if (const std::optional<PhraseMatch> match = MatchPhrase(S_, text.substr(at), page_.LineEnd(), encoding)) {
-      return Surround(next_ + at, *match);
+    const std::size_t place = next_ + at;
+    const std::size_t window_end =
+        page_.CharacterAtOrAfter(std::min(place + S_.size() + kRoomForBreaks, page_.size()));
+    const std::string_view window = text.substr(at, window_end - place);
+    if (const std::optional<PhraseMatch> match = MatchPhrase(S_, window, page_.LineEnd())) {
+      return Surround(place, *match);
     }
   }
 }
