@@ -21,7 +21,9 @@ struct Found {
   bool Has(std::string_view name) const { return switches.at(name); }
 };
 
-std::string NotEmpty(const std::string& value) { return value.empty() ? "must not be empty" : ""; }
+std::string NotEmpty(const std::string& value) {
+  return value.empty() ? "must not be empty" : "";
+}
 
 void AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
   CLI::App* const command = app.add_subcommand(std::string(row.command), std::string(row.summary));
@@ -102,7 +104,8 @@ const std::vector<OptionRow>& AllOptions() {
 }
 
 bool Applies(const OptionRow& option, Function function) {
-  return option.only.empty() || std::find(option.only.begin(), option.only.end(), function) != option.only.end();
+  return option.only.empty() ||
+         std::find(option.only.begin(), option.only.end(), function) != option.only.end();
 }
 
 std::string_view PositionalsOf(Function function) {

@@ -16,10 +16,10 @@ enum class Mode { kReportOnly, kYes, kAsk, kAnswers };
 
 /// What the command line says.
 struct Arguments {
-  RunOptions options;   // all but dirList, filList and MarkedOnly, which come of `path`
-  std::string path;     // as given
+  RunOptions options;  // all but dirList, filList and MarkedOnly, which come of `path`
+  std::string path;    // as given
   Mode mode = Mode::kReportOnly;
-  std::string answers;     // file names as given; empty when the option is not there
+  std::string answers;  // file names as given; empty when the option is not there
   std::string report;
   std::string transcript;
 };

@@ -28,7 +28,8 @@ std::string Shown(std::string_view text, std::string_view kept_controls) {
     }
     for (const char c : sequence) {
       std::array<char, 8> escape;
-      std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned>(static_cast<unsigned char>(c)));
+      std::snprintf(escape.data(), escape.size(), "\\x%02X",
+                    static_cast<unsigned>(static_cast<unsigned char>(c)));
       shown += escape.data();
     }
   }
@@ -37,7 +38,9 @@ std::string Shown(std::string_view text, std::string_view kept_controls) {
 
 }  // namespace
 
-std::string OneLine(std::string_view text) { return Shown(text, ""); }
+std::string OneLine(std::string_view text) {
+  return Shown(text, "");
+}
 
 std::string Lines(std::string_view text) {
   std::string lines;

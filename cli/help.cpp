@@ -9,7 +9,8 @@ namespace {
 
 constexpr std::string_view kPurpose = "finds and mends what creeps into a web site on a disk";
 constexpr std::string_view kPathMeaning =
-    "PATH is a folder, searched with all folders below it, or one file. No file is ever changed without --yes, "
+    "PATH is a folder, searched with all folders below it, or one file. No file is ever changed without "
+    "--yes, "
     "--ask or --answers. A text that begins with \"-\" follows \"--\".";
 
 std::string Padded(std::string_view text, std::size_t width) {
@@ -63,7 +64,8 @@ const std::vector<Example>& Examples() {
       {"tsl replace --case 2025 2026 site", "show what would be replaced and change nothing"},
       {"tsl replace --case --yes 2025 2026 site", "replace it in all pages"},
       {"tsl replace --ask color colour site", "ask for each place"},
-      {"tsl search --filter '*.css;*.js' -- -moz- site", "search other files, for a text that begins with \"-\""},
+      {"tsl search --filter '*.css;*.js' -- -moz- site",
+       "search other files, for a text that begins with \"-\""},
   };
   return examples;
 }
@@ -78,7 +80,9 @@ const std::vector<ExitStatus>& ExitStatuses() {
   return statuses;
 }
 
-std::string VersionText() { return std::string("tsl ") + TESSARIL_VERSION + "\n"; }
+std::string VersionText() {
+  return std::string("tsl ") + TESSARIL_VERSION + "\n";
+}
 
 std::string HelpText(std::string_view command) {
   const auto functions = AllFunctions();

@@ -8,7 +8,9 @@ namespace {
 
 volatile std::sig_atomic_t g_interrupted = 0;
 
-void Note(int) { g_interrupted = 1; }
+void Note(int) {
+  g_interrupted = 1;
+}
 
 }  // namespace
 
@@ -23,6 +25,8 @@ void NoteInterrupts() {
   for (const int signal : {SIGPIPE, SIGXFSZ}) sigaction(signal, &ignore, nullptr);
 }
 
-bool Interrupted() { return g_interrupted != 0; }
+bool Interrupted() {
+  return g_interrupted != 0;
+}
 
 }  // namespace tessaril

@@ -1,3 +1,5 @@
 #include "cli/run_command.h"
 
-int main(int argc, char** argv) { return tessaril::RunCommand(argc, argv); }
+int main(int argc, char** argv) {
+  return tessaril::RunCommand(argc, argv);
+}

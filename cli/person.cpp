@@ -87,7 +87,8 @@ ProposalAnswer Person::Propose(const Proposal& proposal) {
   std::string field = proposal.ReplaceText.value_or("");
   for (;;) {
     Show(proposal, field, editable && field != *proposal.ReplaceText);
-    const char key = editable ? Choose("[r]eplace  [k]eep  [e]dit  [q]uit:", "rkeq") : Choose("[n]ext  [q]uit:", "nkq");
+    const char key =
+        editable ? Choose("[r]eplace  [k]eep  [e]dit  [q]uit:", "rkeq") : Choose("[n]ext  [q]uit:", "nkq");
     switch (key) {
       case 'r':
         return {kReplace, field};
@@ -133,8 +134,8 @@ std::string Person::Marked(const std::string& text, Selection selection, PageEnc
     return PageLines(std::string_view(text).substr(begin, count), encoding);
   };
   if (length == 0) return piece(0, text.size());
-  return piece(0, start) + (colours_ ? colour : ">>>") + piece(start, length) + (colours_ ? "\x1b[0m" : "<<<") +
-         piece(start + length, text.size() - start - length);
+  return piece(0, start) + (colours_ ? colour : ">>>") + piece(start, length) +
+         (colours_ ? "\x1b[0m" : "<<<") + piece(start + length, text.size() - start - length);
 }
 
 }  // namespace tessaril

@@ -39,8 +39,9 @@ std::string StartFolder() {
   struct stat by_name {};
   struct stat here {};
   const char* const name = std::getenv("PWD");
-  if (name != nullptr && name[0] == kSeparator && AbsolutePath("/", name) == name && stat(name, &by_name) == 0 &&
-      stat(".", &here) == 0 && by_name.st_dev == here.st_dev && by_name.st_ino == here.st_ino) {
+  if (name != nullptr && name[0] == kSeparator && AbsolutePath("/", name) == name &&
+      stat(name, &by_name) == 0 && stat(".", &here) == 0 && by_name.st_dev == here.st_dev &&
+      by_name.st_ino == here.st_ino) {
     return name;
   }
   const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);

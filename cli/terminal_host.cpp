@@ -31,7 +31,9 @@ TerminalHost::TerminalHost(Answerer& answerer, Transcript& transcript, bool show
       progress_(isatty(STDERR_FILENO) != 0),
       next_progress_(std::chrono::steady_clock::now() + kProgressInterval) {}
 
-TerminalHost::~TerminalHost() { ClearProgress(); }
+TerminalHost::~TerminalHost() {
+  ClearProgress();
+}
 
 ProposalAnswer TerminalHost::Propose(const Proposal& proposal) {
   ClearProgress();
@@ -74,7 +76,9 @@ void TerminalHost::CountFile(const std::string& path) {
   progress_shown_ = true;
 }
 
-bool TerminalHost::HandleInput() { return Interrupted(); }
+bool TerminalHost::HandleInput() {
+  return Interrupted();
+}
 
 void TerminalHost::ClearProgress() {
   if (progress_shown_) std::cerr << "\r\x1b[K" << std::flush;

@@ -44,7 +44,9 @@ class JsonLine {
   std::string text_;
 };
 
-std::string Name(int answer) { return answer == kReplace ? "replace" : answer == kStop ? "stop" : "keep"; }
+std::string Name(int answer) {
+  return answer == kReplace ? "replace" : answer == kStop ? "stop" : "keep";
+}
 
 std::string MessageLine(const std::string& text, const char* buttons, const char* answer) {
   JsonLine line;
@@ -56,7 +58,9 @@ std::string MessageLine(const std::string& text, const char* buttons, const char
 
 }  // namespace
 
-Status Transcript::Open(const std::string& path) { return CreateFile(path, file_); }
+Status Transcript::Open(const std::string& path) {
+  return CreateFile(path, file_);
+}
 
 void Transcript::Write(const Proposal& proposal, const ProposalAnswer& answer) {
   const bool editable = proposal.ReplaceText.has_value();
@@ -80,7 +84,9 @@ void Transcript::WriteQuestion(const std::string& text, bool ok) {
   WriteLine(MessageLine(text, "okcancel", ok ? "ok" : "cancel"));
 }
 
-void Transcript::WriteMessage(const std::string& text) { WriteLine(MessageLine(text, "ok", "ok")); }
+void Transcript::WriteMessage(const std::string& text) {
+  WriteLine(MessageLine(text, "ok", "ok"));
+}
 
 void Transcript::WriteLine(const std::string& line) {
   if (!file_.is_open() || !status_.ok()) return;

@@ -17,8 +17,8 @@ class ByteBuffer {
   std::size_t capacity() const { return capacity_; }
   std::string_view view() const { return {data_.get(), size_}; }
 
-  /// Makes room for at least `capacity` bytes in all and keeps the first size() bytes. Throws std::bad_alloc and then
-  /// leaves everything as it was.
+  /// Makes room for at least `capacity` bytes in all and keeps the first size() bytes. Throws std::bad_alloc
+  /// and then leaves everything as it was.
   void Reserve(std::size_t capacity);
 
   /// Declares the first `size` bytes (at most capacity()) to be the content.

@@ -139,8 +139,7 @@ Status DiskFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& st
   if (Status status = FolderFor(FolderOf(path), folder); !status.ok()) return status;
   const char* const name = path.c_str() + (path.size() - NameOf(path).size());
   // Not blocking, so that a pipe in a page's place is noticed instead of waited for.
-  const FileHandle file(
-      openat(folder.descriptor, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  const FileHandle file(openat(folder.descriptor, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   if (!file.is_open()) return Status::System(errno);
   struct stat info {};
   if (fstat(file.get(), &info) != 0) return Status::System(errno);

@@ -8,11 +8,13 @@
 namespace tessaril {
 namespace {
 
-// `pattern` is in lower case. On a mismatch the last "*" takes one byte more; earlier ones need never be tried
-// again. Inside a sequence nothing but "?" could match, and that takes whole characters.
+// `pattern` is in lower case. On a mismatch the last "*" takes one byte more; earlier ones need never be
+// tried again. Inside a sequence nothing but "?" could match, and that takes whole characters.
 bool Matches(std::string_view pattern, std::string_view name) {
   const bool by_sequence = pattern.find('?') != std::string_view::npos && IsUtf8(name);
-  const auto character = [by_sequence](std::string_view rest) { return by_sequence ? SequenceLength(rest) : 1; };
+  const auto character = [by_sequence](std::string_view rest) {
+    return by_sequence ? SequenceLength(rest) : 1;
+  };
   std::string_view after_star;
   std::string_view retry;
   bool star = false;
@@ -48,7 +50,7 @@ std::string_view Trimmed(std::string_view text) {
 }  // namespace
 
 const std::vector<std::string_view> kOfferedFilters = {
-    "*.htm*;shtm*", "*.*",         "*.gif;*.jpg;*.jpeg;*.png",     "*.txt",
+    "*.htm*;shtm*", "*.*",         "*.gif;*.jpg;*.jpeg;*.png",   "*.txt",
     "*.pdf",        "*.exe;*.zip", "*.hhc;*.hhk;*.hhp;*.h;*.dmp"};
 
 FileFilter::FileFilter(std::string_view text) {

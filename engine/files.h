@@ -42,7 +42,8 @@ class Files {
 
   /// Fills `entries` with all entries of a folder ("." and ".." left out), in no order, and `stamp` for
   /// FolderIsUnchanged. On failure `entries` holds what was read until then.
-  virtual Status ListFolder(const std::string& folder, std::vector<FolderEntry>& entries, FileStamp& stamp) = 0;
+  virtual Status ListFolder(const std::string& folder, std::vector<FolderEntry>& entries,
+                            FileStamp& stamp) = 0;
 
   /// Whether the folder certainly has the entries that it had when `stamp` was made.
   virtual bool FolderIsUnchanged(const std::string& folder, const FileStamp& stamp) = 0;

@@ -12,8 +12,8 @@ constexpr std::array<FunctionRow, 7> kFunctions = {{
      false, nullptr},
     {Function::kEntities, "&&&xxxx; tag errors", "entities",
      "find characters and entities that should be written &name;", false, nullptr},
-    {Function::kExternal, "&External links list", "external", "list the links to other servers as an HTML page",
-     true, nullptr},
+    {Function::kExternal, "&External links list", "external",
+     "list the links to other servers as an HTML page", true, nullptr},
     {Function::kSearch, "Search for &text", "search", "find a text", false, SearchFile},
     {Function::kReplace, "Search && &Replace text", "replace", "replace a text", false, SearchFile},
     {Function::kShowFile, "Sho&w file - Start in Browser", "", "", true, nullptr},
@@ -23,8 +23,12 @@ constexpr std::array<FunctionRow, 7> kFunctions = {{
 
 }  // namespace
 
-std::span<const FunctionRow> AllFunctions() { return kFunctions; }
+std::span<const FunctionRow> AllFunctions() {
+  return kFunctions;
+}
 
-const FunctionRow& RowOf(Function function) { return kFunctions.at(static_cast<std::size_t>(function)); }
+const FunctionRow& RowOf(Function function) {
+  return kFunctions.at(static_cast<std::size_t>(function));
+}
 
 }  // namespace tessaril

@@ -16,9 +16,13 @@ constexpr std::array<char16_t, 32> kWindows1252 = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-unsigned char Code(char c) { return static_cast<unsigned char>(c); }
+unsigned char Code(char c) {
+  return static_cast<unsigned char>(c);
+}
 
-bool IsContinuation(char c) { return (Code(c) & 0xC0) == 0x80; }
+bool IsContinuation(char c) {
+  return (Code(c) & 0xC0) == 0x80;
+}
 
 // How many bytes at the start are ASCII.
 std::size_t AsciiPrefix(std::string_view bytes) {

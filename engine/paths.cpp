@@ -17,7 +17,9 @@ std::string_view FolderOf(std::string_view path) {
   return path.substr(0, separator == 0 ? 1 : separator);
 }
 
-std::string_view NameOf(std::string_view path) { return path.substr(path.rfind(kSeparator) + 1); }
+std::string_view NameOf(std::string_view path) {
+  return path.substr(path.rfind(kSeparator) + 1);
+}
 
 std::string AbsolutePath(std::string_view folder, std::string_view path) {
   std::string whole(path);

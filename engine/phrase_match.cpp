@@ -9,8 +9,12 @@ namespace {
 
 constexpr std::string_view kNbsp = "&nbsp;";
 
-bool MayBeginBreak(char c) { return c == '\r' || c == '\n' || c == '&'; }
-bool IsInert(char c) { return c != ' ' && !MayBeginBreak(c); }
+bool MayBeginBreak(char c) {
+  return c == '\r' || c == '\n' || c == '&';
+}
+bool IsInert(char c) {
+  return c != ' ' && !MayBeginBreak(c);
+}
 
 // The bytes that are compared with the phrase, while breaks in them turn into blanks one by one. For each
 // byte it knows where in the page the bytes end that became it.
@@ -96,7 +100,9 @@ PhraseMatch Accept(std::string_view covered, std::string_view line_end) {
 
 }  // namespace
 
-std::string_view PhraseKey(std::string_view phrase) { return phrase.substr(0, phrase.find(' ', 1)); }
+std::string_view PhraseKey(std::string_view phrase) {
+  return phrase.substr(0, phrase.find(' ', 1));
+}
 
 bool KeyIsComparedExactly(std::string_view phrase) {
   const std::string_view key = PhraseKey(phrase);
@@ -106,7 +112,8 @@ bool KeyIsComparedExactly(std::string_view phrase) {
 PlainComparison ComparePlain(std::string_view phrase, std::string_view text) {
   const std::size_t settled = SettledAndEqual(phrase, text);
   if (settled == phrase.size() || text.starts_with(phrase)) return PlainComparison::kEqual;
-  return settled < text.size() && !IsSettled(text, settled) ? PlainComparison::kOpen : PlainComparison::kDifferent;
+  return settled < text.size() && !IsSettled(text, settled) ? PlainComparison::kOpen
+                                                            : PlainComparison::kDifferent;
 }
 
 std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view window,

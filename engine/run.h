@@ -36,7 +36,7 @@ struct RunState {
   std::string RunFile;       // the file being searched
   std::string FolderPrefix;  // the folder being searched, with a separator at its end
   std::string ReportTitle;
-  std::string SavedSearchText;   // the texts as the user typed them
+  std::string SavedSearchText;  // the texts as the user typed them
   std::string SavedReplaceText;
   bool SearchActive = false;
   bool StopRequested = false;

@@ -23,8 +23,8 @@ struct Proposal {
   Selection SearchSelection;
   std::optional<std::string> ReplaceText;  // nothing when the dialog shows no editable field
   Selection ReplaceSelection;
-  std::string Label4;      // the hint
-  PageEncoding encoding;   // what the bytes mean, for who lets them be edited as characters
+  std::string Label4;     // the hint
+  PageEncoding encoding;  // what the bytes mean, for who lets them be edited as characters
 };
 
 /// What the dialog's buttons mean; the values are those of the shared field `ReplaceAnswer`.

@@ -66,7 +66,7 @@ class PageSearch {
   std::string R_;
   bool multi_word_ = false;
   std::optional<ByteSearch> key_;
-  bool key_case_ = false;             // what ULcase said when the key was made
+  bool key_case_ = false;              // what ULcase said when the key was made
   bool resume_behind_insert_ = false;  // an unasked replacement would be found again inside itself
   std::size_t next_ = 0;               // where the search goes on, from 0
   std::string context_;
@@ -93,13 +93,12 @@ void PageSearch::UseLetterCase() {
   key_case_ = run_.options.ULcase;
   const LetterCase letter_case = key_case_ ? LetterCase::kExact : LetterCase::kFolded;
   const std::string_view key = PhraseKey(S_);
-  resume_behind_insert_ =
-      replacing() && ByteSearch(key, letter_case).Find(R_, 1) != ByteSearch::kNone;
-  if (multi_word_ && KeyIsComparedExactly(S_)) {
-    const char next = key.size() + 1 < S_.size() ? S_[key.size() + 1] : ' ';
-    key_ = ByteSearch::ForFirstWord(key, next);
+  resume_behind_insert_ = replacing() && ByteSearch(key, letter_case).Find(R_, 1) != ByteSearch::kNone;
+  const bool exactly = multi_word_ && KeyIsComparedExactly(S_);
+  if (exactly && key.size() + 1 < S_.size()) {
+    key_ = ByteSearch::ForFirstWord(key, S_[key.size() + 1]);
   } else {
-    key_.emplace(key, letter_case);
+    key_.emplace(key, exactly ? LetterCase::kExact : letter_case);
   }
 }
 
@@ -163,7 +162,7 @@ bool PageSearch::PutToUser(const Occurrence& found) {
       AppendEntry(label_unchanged, proposal.SearchText, report_);
       break;
     case kReplace:
-      ReplaceAsEdited(found, proposal, answer.ReplaceText);
+      if (replacing()) ReplaceAsEdited(found, proposal, answer.ReplaceText);
       break;
     case kStop:
       AppendEntry(label_unchanged, proposal.SearchText, report_);
@@ -192,7 +191,8 @@ Proposal PageSearch::MakeProposal(const Occurrence& found) {
   return proposal;
 }
 
-void PageSearch::ReplaceAsEdited(const Occurrence& found, const Proposal& proposal, const std::string& edited) {
+void PageSearch::ReplaceAsEdited(const Occurrence& found, const Proposal& proposal,
+                                 const std::string& edited) {
   AppendEntry(kLabelChanged, proposal.SearchText, report_);
   if (edited != proposal.ReplaceText) AppendManualChange(edited, report_);
   page_.Replace(found.context_begin, found.context_end, edited);

@@ -1,0 +1,88 @@
+#include "tests/support/program.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+
+namespace tessaril {
+namespace {
+
+[[noreturn]] void Become(const Words& arguments) {
+  std::vector<char*> words{const_cast<char*>(TSL_PROGRAM)};
+  for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
+  words.push_back(nullptr);
+  execv(TSL_PROGRAM, words.data());
+  _exit(127);
+}
+
+int Wait(pid_t child) {
+  int state = 0;
+  waitpid(child, &state, 0);
+  return WIFEXITED(state) ? WEXITSTATUS(state) : -WTERMSIG(state);
+}
+
+bool ReadSome(int from, std::string& into) {
+  std::array<char, 65536> block;
+  const ssize_t got = read(from, block.data(), block.size());
+  if (got > 0) into.append(block.data(), static_cast<std::size_t>(got));
+  return got > 0;
+}
+
+}  // namespace
+
+ProgramEnd RunTsl(const Words& arguments, const std::function<void()>& prepare) {
+  int out[2];
+  int err[2];
+  if (pipe(out) != 0 || pipe(err) != 0) return {-1, "", "no pipe"};
+  const pid_t child = fork();
+  if (child == 0) {
+    dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+    dup2(out[1], STDOUT_FILENO);
+    dup2(err[1], STDERR_FILENO);
+    for (const int end : {out[0], out[1], err[0], err[1]}) close(end);
+    if (prepare) prepare();
+    Become(arguments);
+  }
+  close(out[1]);
+  close(err[1]);
+  ProgramEnd end{};
+  std::array<pollfd, 2> ends{{{out[0], POLLIN, 0}, {err[0], POLLIN, 0}}};
+  while (ends[0].fd >= 0 || ends[1].fd >= 0) {
+    poll(ends.data(), ends.size(), -1);
+    if (ends[0].revents != 0 && !ReadSome(out[0], end.out)) ends[0].fd = -1;
+    if (ends[1].revents != 0 && !ReadSome(err[0], end.err)) ends[1].fd = -1;
+  }
+  close(out[0]);
+  close(err[0]);
+  end.status = Wait(child);
+  return end;
+}
+
+ProgramEnd RunTslOnTerminal(const Words& arguments, const std::string& keys) {
+  int terminal = -1;
+  const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+  if (child == 0) Become(arguments);
+  ProgramEnd end{};
+  std::size_t pressed = 0;
+  std::size_t prompted = 0;
+  while (ReadSome(terminal, end.out)) {
+    const bool prompt = end.out.ends_with("]uit: ") || end.out.ends_with("]ancel: ");
+    if (!prompt || end.out.size() == prompted) continue;
+    prompted = end.out.size();
+    if (pressed == keys.size()) {
+      kill(child, SIGKILL);  // it asks more than the test answers
+      continue;
+    }
+    if (write(terminal, &keys[pressed++], 1) != 1) break;
+  }
+  end.status = Wait(child);
+  close(terminal);
+  return end;
+}
+
+}  // namespace tessaril

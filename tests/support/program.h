@@ -1,0 +1,28 @@
+#ifndef TESSARIL_TESTS_SUPPORT_PROGRAM_H_
+#define TESSARIL_TESTS_SUPPORT_PROGRAM_H_
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tessaril {
+
+/// What a run of `tsl` left.
+struct ProgramEnd {
+  int status;  // exit status, or minus the signal that ended it
+  std::string out;
+  std::string err;
+};
+
+using Words = std::vector<std::string>;
+
+/// Runs `tsl` with these arguments and nothing to read. `prepare` is called in the new process first.
+ProgramEnd RunTsl(const Words& arguments, const std::function<void()>& prepare = {});
+
+/// Runs `tsl` on a terminal and presses `keys` one by one, each when the program waits for one. What the
+/// terminal shows is in `out`.
+ProgramEnd RunTslOnTerminal(const Words& arguments, const std::string& keys);
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_TESTS_SUPPORT_PROGRAM_H_

@@ -1,0 +1,62 @@
+#ifndef TESSARIL_TESTS_SUPPORT_SCRIPT_HOST_H_
+#define TESSARIL_TESTS_SUPPORT_SCRIPT_HOST_H_
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "engine/run_host.h"
+
+namespace tessaril {
+
+/// A user made of lists: gives the answers in order (keep and Cancel when they are used up) and notes what it
+/// is shown.
+class ScriptHost : public RunHost {
+ public:
+  std::deque<ProposalAnswer> answers;
+  std::deque<bool> replies;
+  int cancel_at = 0;  // Cancel is pressed at this call for input, counted from 1; 0 for never
+  std::function<void(const std::string& path)> on_file;
+
+  std::vector<Proposal> proposals;
+  std::vector<std::string> questions;
+  std::vector<std::string> messages;
+  std::vector<std::string> failures;
+  std::vector<std::string> files;
+  std::vector<std::string> shown;  // titles of the reports shown, "page" for a page
+
+  ProposalAnswer Propose(const Proposal& proposal) override {
+    proposals.push_back(proposal);
+    if (answers.empty()) return {};
+    ProposalAnswer answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+  bool Ask(const Question& question) override {
+    questions.push_back(question.text);
+    if (replies.empty()) return false;
+    const bool reply = replies.front();
+    replies.pop_front();
+    return reply;
+  }
+  void Tell(const std::string& text) override { messages.push_back(text); }
+  void TellFailure(const std::string& path, const std::string& reason) override {
+    failures.push_back(path + ": " + reason);
+  }
+  void CountFile(const std::string& path) override {
+    files.push_back(path);
+    if (on_file) on_file(path);
+  }
+  void ShowActivity(std::string_view) override {}
+  void ShowReport(const std::string&, const std::string& title) override { shown.push_back(title); }
+  void ShowPage(const std::string&) override { shown.emplace_back("page"); }
+  bool HandleInput() override { return ++input_calls_ == cancel_at; }
+
+ private:
+  int input_calls_ = 0;
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_TESTS_SUPPORT_SCRIPT_HOST_H_

@@ -1,0 +1,43 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "tests/support/program.h"
+#include "tests/support/scratch_folder.h"
+
+namespace tessaril {
+namespace {
+
+TEST(TslAsk, AnswersWithOneKeyEach) {
+  ScratchFolder scratch;
+  scratch.Write("a.htm", "1 hit \x1b[2J\xE9\n2 hit 3 hit 4 hit");
+  scratch.Write("editor", "#!/bin/sh\nsed -i 's/3 new/3 \xC3\xA9\xC4\x8D!/' \"$1\"\necho >> \"$1\"\n");
+  setenv("EDITOR", ("sh " + scratch / "editor").c_str(), 1);
+  unsetenv("VISUAL");
+  setenv("NO_COLOR", "1", 1);
+  const ProgramEnd end =
+      RunTslOnTerminal({"replace", "hit", "new", scratch / "a.htm", "--ask", "--report", "/dev/null"}, "rkerq");
+  EXPECT_EQ(end.status, 3);
+  EXPECT_EQ(scratch.Read("a.htm"), "1 new \x1b[2J\xE9\n2 hit 3 \xE9&#269;! 4 hit");
+  EXPECT_NE(end.out.find("1 >>>hit<<< \\x1B[2J\xC3\xA9\r\n2 hit"), std::string::npos) << end.out;
+  EXPECT_EQ(end.out.find("\x1b[2J"), std::string::npos);
+  EXPECT_EQ(end.out.find("\x1b[31"), std::string::npos);
+  unsetenv("NO_COLOR");
+  setenv("TERM", "xterm", 1);
+  const ProgramEnd colours = RunTslOnTerminal({"search", "new", scratch / "a.htm", "--ask", "--report", "/dev/null"}, "n");
+  EXPECT_EQ(colours.status, 0);
+  EXPECT_NE(colours.out.find("\x1b[31"), std::string::npos);
+}
+
+TEST(TslAsk, TakesCtrlCForStopAndQuestionsForQuestions) {
+  ScratchFolder scratch;
+  scratch.Write("a.htm", "hit");
+  EXPECT_EQ(RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask"}, "\x03").status, 3);
+  EXPECT_EQ(RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, "c").status, 3);
+  EXPECT_EQ(scratch.Read("a.htm"), "hit");
+  EXPECT_EQ(RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, "or").status, 0);
+  EXPECT_EQ(scratch.Read("a.htm"), "new");
+}
+
+}  // namespace
+}  // namespace tessaril

@@ -1,0 +1,305 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "engine/paths.h"
+#include "tests/support/program.h"
+#include "tests/support/scratch_folder.h"
+
+// tsl as a whole: folder, command, and what it leaves: report, files, transcript, messages, exit status.
+
+namespace tessaril {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Tsl : public testing::Test {
+ protected:
+  // The report of a search for "hit" in `path`, in which `entries` were found.
+  static std::string Report(const std::string& head, const std::string& findings) {
+    return head + findings + "\r\n";
+  }
+  std::string Block(const std::string& name, const std::string& entries) const {
+    const std::string rule(80, '-');
+    return "\r\n\r\n" + rule + "\r\n" + scratch / name + "\r\n" + rule + entries;
+  }
+  static std::string Entry(const std::string& label, const std::string& context) {
+    return "\r\n\r\n" + label + "\r\n..." + context + "...";
+  }
+
+  ScratchFolder scratch;
+  const std::string& folder = scratch.path();
+};
+
+TEST_F(Tsl, WritesTheReportToStandardOutputOrAFile) {
+  scratch.Write("a.htm", "a hit");
+  scratch.Write("sub/b.html", "hit\r\n");
+  const ProgramEnd end = RunTsl({"search", "hit", folder + "/./sub/..//"});
+  EXPECT_EQ(end.out, "In \"" + folder + "\" and all subdirectories:\r\n\r\nSearch text \"hit\" found:" +
+                         Block("sub/b.html", Entry("*** Found:", "hit\r\n")) +
+                         Block("a.htm", Entry("*** Found:", "a hit")) + "\r\n");
+  EXPECT_EQ(end.err, "");
+  EXPECT_EQ(end.status, 0);
+  EXPECT_EQ(RunTsl({"search", "hit", folder, "--report", scratch / "r"}).out, "");
+  EXPECT_EQ(scratch.Read("r"), end.out);
+  const ProgramEnd none = RunTsl({"search", "miss", scratch / "a.htm"});
+  EXPECT_EQ(none.out, "In \"" + scratch / "a.htm" + "\":\r\n\r\nSearch text \"miss\" found:\r\n*** None ***\r\n");
+  EXPECT_EQ(none.status, 1);
+}
+
+TEST_F(Tsl, ChangesFilesOnlyWhenTold) {
+  fs::copy(EXAMPLE_SITE, scratch / "copy", fs::copy_options::recursive);
+  for (const Words& command : std::vector<Words>{{"links"}, {"entities"}, {"external"}, {"colours"},
+                                                 {"search", "the"}, {"replace", "the", "THE"}}) {
+    Words arguments = command;
+    arguments.push_back(scratch / "copy");
+    const ProgramEnd end = RunTsl(arguments);
+    const bool known = command.size() > 1;
+    EXPECT_EQ(end.status, known ? 0 : 2) << command[0];
+    EXPECT_EQ(end.err, known ? "" : "tsl: " + command[0] + " is not part of this version of tsl\n");
+  }
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(EXAMPLE_SITE)) {
+    if (!entry.is_regular_file()) continue;
+    const std::string name = fs::relative(entry.path(), EXAMPLE_SITE).string();
+    ScratchFolder original;
+    fs::copy_file(entry.path(), original / "f");
+    EXPECT_EQ(scratch.Read("copy/" + name), original.Read("f")) << name;
+  }
+  scratch.Write("a.htm", "hit hit");
+  EXPECT_EQ(RunTsl({"replace", "hit", "new", scratch / "a.htm", "--yes"}).status, 0);
+  EXPECT_EQ(scratch.Read("a.htm"), "new new");
+}
+
+TEST_F(Tsl, TakesAnswersFromAFileAndNotesThem) {
+  scratch.Write("a.htm", "1 hit 2 hit 3 hit \xE9 4 hit 5 hit");
+  scratch.Write("answers", "replace\r\nkeep x\\x00\\\\\nreplace 1 new\\tY\n");
+  const ProgramEnd end = RunTsl({"replace", "hit", "new", scratch / "a.htm", "--answers", scratch / "answers",
+                                 "--transcript", scratch / "t"});
+  EXPECT_EQ(end.status, 0) << end.err;
+  EXPECT_EQ(scratch.Read("a.htm"), "1 new\tY");
+  const std::string file = "{\"file\": \"" + ShortenedPath(scratch / "a.htm") + "\", ";
+  EXPECT_EQ(scratch.Read("t"),
+            file + "\"found\": \"1 hit 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"found_start\": 2, \"found_length\": 3, "
+                   "\"new\": \"1 new 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"new_start\": 2, \"new_length\": 3, "
+                   "\"hint\": \"\", \"answer\": \"replace\", \"edited\": null}\n" +
+                file + "\"found\": \"1 new 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"found_start\": 8, \"found_length\": 3, "
+                   "\"new\": \"1 new 2 new 3 hit \xC3\xA9 4 hit 5 hit\", \"new_start\": 8, \"new_length\": 3, "
+                   "\"hint\": \"\", \"answer\": \"keep\", \"edited\": \"x\\u0000\\\\\"}\n" +
+                file + "\"found\": \"1 new 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"found_start\": 14, \"found_length\": 3, "
+                   "\"new\": \"1 new 2 hit 3 new \xC3\xA9 4 hit 5 hit\", \"new_start\": 14, \"new_length\": 3, "
+                   "\"hint\": \"\", \"answer\": \"replace\", \"edited\": \"1 new\\tY\"}\n");
+}
+
+TEST_F(Tsl, EndsWhereAnAnswerDoesNotFit) {
+  struct Row {
+    const char* command;
+    const char* answers;
+    const char* reason;
+  };
+  const Row rows[] = {
+      {"replace", "replace\nok\n", ":2: \"ok\" does not answer a proposal"},
+      {"replace", "replace\n\n", ":2: \"\" does not answer a proposal"},
+      {"replace", "replace\nKEEP\n", ":2: \"KEEP\" does not answer a proposal"},
+      {"replace", "replace\nkeep \\x4\n", ":2: unknown escape in \"\\x5Cx4\""},
+      {"search", "keep\nreplace\n", ":2: there is nothing to replace here"},
+      {"search", "keep\nkeep x\n", ":2: there is nothing to replace here"},
+  };
+  for (const Row& row : rows) {
+    scratch.Write("a.htm", "hit hit");
+    scratch.Write("answers", row.answers);
+    Words arguments{row.command, "hit"};
+    if (arguments[0] == "replace") arguments.push_back("new");
+    for (const std::string& word : {scratch / "a.htm", std::string("--answers"), scratch / "answers",
+                                    std::string("--transcript"), scratch / "t"}) {
+      arguments.push_back(word);
+    }
+    const ProgramEnd end = RunTsl(arguments);
+    EXPECT_EQ(end.status, 2);
+    EXPECT_EQ(end.out, "");
+    std::string reason = row.reason;
+    if (const std::size_t escaped = reason.find("\\x5C"); escaped != std::string::npos) reason.replace(escaped, 4, "\\");
+    EXPECT_EQ(end.err, "tsl: " + scratch / "answers" + reason + "\n");
+    EXPECT_EQ(scratch.Read("a.htm"), "hit hit");
+    const std::string transcript = scratch.Read("t");
+    EXPECT_EQ(std::count(transcript.begin(), transcript.end(), '\n'), 1) << row.answers;
+  }
+}
+
+TEST_F(Tsl, AsksBeforeTheWalkWhereThereIsSomebodyToAsk) {
+  scratch.Write("a.css", "hit");
+  const Words command{"replace", "hit", "new", folder, "--filter", "*.css", "--transcript", scratch / "t"};
+  const auto run = [&command](const Words& more) {
+    Words arguments = command;
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return RunTsl(arguments);
+  };
+  const std::string question = "*.css files are not HTML files! Continue?";
+  const std::string asked = "{\"message\": \"" + question + "\", \"buttons\": \"okcancel\", \"answer\": \"";
+  ProgramEnd end = run({});
+  EXPECT_EQ(end.err, "tsl: " + question + "\n");
+  EXPECT_EQ(end.status, 0);
+  EXPECT_TRUE(scratch.Read("t").starts_with(asked + "ok\"}\n{\"file\""));
+  scratch.Write("answers", "");
+  end = run({"--answers", scratch / "answers"});
+  EXPECT_EQ(end.status, 3);
+  EXPECT_EQ(end.out, "");
+  EXPECT_EQ(scratch.Read("t"), asked + "cancel\"}\n");
+  EXPECT_EQ(scratch.Read("a.css"), "hit");
+  scratch.Write("answers", "ok\nreplace\n");
+  EXPECT_EQ(run({"--answers", scratch / "answers"}).status, 0);
+  EXPECT_EQ(scratch.Read("a.css"), "new");
+}
+
+TEST_F(Tsl, StopsAndSaysWhere) {
+  scratch.Write("a.htm", "hit hit");
+  scratch.Write("answers", "replace\nstop new\n");
+  const ProgramEnd end = RunTsl({"replace", "hit", "new", folder, "--answers", scratch / "answers"});
+  EXPECT_EQ(end.status, 3);
+  EXPECT_EQ(scratch.Read("a.htm"), "new hit");
+  EXPECT_TRUE(end.out.ends_with(Entry("--- Kept:", "new hit") + "\r\n\r\n*** Stopped in " + scratch / "a.htm" +
+                                " ***\r\n\r\n   *** Stopped ***\r\nin file " + scratch / "a.htm" + "\r\n"))
+      << end.out;
+}
+
+TEST_F(Tsl, RefusesWrongCommandLinesAndTouchesNothing) {
+  scratch.Write("a.htm", "hit");
+  scratch.Write("t", "old transcript");
+  scratch.Write("r", "old report");
+  const std::string page = scratch / "a.htm";
+  const std::vector<Words> rows = {
+      {"search", "hit"},
+      {"search", "hit", page, "more"},
+      {"find", "hit", page},
+      {"search", "hit", page, "--check-cgi"},
+      {"search", "hit", page, "--filter", ""},
+      {"search", "hit", page, "--yes", "--ask"},
+      {"search", "hit", page, "--answers", scratch / "none"},
+      {"search", "hit", scratch / "none"},
+      {"search", "hit", ""},
+      {"search", "hit", "/dev/null"},
+      {"search", "-x", page},
+      {"search", "hit", page, "--transcript"},
+      {"links", page},
+  };
+  for (Words row : rows) {
+    row.insert(row.begin() + 1, {"--report", scratch / "r", "--transcript", scratch / "t"});
+    const ProgramEnd end = RunTsl(row);
+    EXPECT_EQ(end.status, 2) << row.back();
+    EXPECT_TRUE(end.err.starts_with("tsl: ")) << end.err;
+    EXPECT_EQ(end.out, "");
+  }
+  EXPECT_EQ(RunTsl({"search", "hit", page, "--report", folder}).err, "tsl: " + folder + ": Is a directory\n");
+  EXPECT_EQ(RunTsl({}).status, 2);
+  EXPECT_EQ(scratch.Read("t"), "old transcript");
+  EXPECT_EQ(scratch.Read("r"), "old report");
+}
+
+TEST_F(Tsl, TakesTextsAndPathsAsTheyAre) {
+  scratch.Write("a.htm", "-x links \xE9 --");
+  const std::string page = scratch / "a.htm";
+  EXPECT_EQ(RunTsl({"search", "--", "-x", page}).status, 0);
+  EXPECT_EQ(RunTsl({"search", "links", page}).status, 0);
+  EXPECT_EQ(RunTsl({"search", "\xE9", page}).status, 0);
+  EXPECT_EQ(RunTsl({"search", "\xC3\xA9", page}).status, 0);
+  EXPECT_EQ(RunTsl({"search", "", page}).status, 1);
+  EXPECT_NE(RunTsl({"search", "\xE9", page}).out.find("Search text \"\xC3\xA9\" found:"), std::string::npos);
+  fs::create_symlink(folder, scratch / "link");
+  EXPECT_TRUE(RunTsl({"search", "links", scratch / "link/"}).out.starts_with("In \"" + scratch / "link" + "\" and"));
+  const auto enter = [this] {
+    EXPECT_EQ(chdir((scratch / "link").c_str()), 0);
+    setenv("PWD", (scratch / "link").c_str(), 1);
+  };
+  EXPECT_TRUE(RunTsl({"search", "links", "a.htm"}, enter).out.starts_with("In \"" + scratch / "link/a.htm" + "\":"));
+  scratch.Write("n\xFF\n.htm", "links");
+  EXPECT_NE(RunTsl({"search", "links", folder}).out.find("/n\xFF\n.htm\r\n"), std::string::npos);
+}
+
+TEST_F(Tsl, TellsWhatItCouldNotWriteAndLeavesItWhole) {
+  const std::string text = "hit " + std::string(10000, '.');
+  scratch.Write("a.htm", text);
+  scratch.Write("b.htm", "hit");
+  const Words replace{"replace", "hit", "new text", folder, "--yes"};
+  // A limit on file sizes stands for a full disk: the write comes up short.
+  const auto limited = [] {
+    const rlimit limit{5000, 5000};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  };
+  ProgramEnd end = RunTsl(replace, limited);
+  EXPECT_EQ(end.status, 2);
+  EXPECT_EQ(end.err, "tsl: " + scratch / "a.htm" + ": File too large\n");
+  EXPECT_EQ(scratch.Read("a.htm"), text);
+  EXPECT_EQ(scratch.Read("b.htm"), "new text");  // the run went on
+  EXPECT_EQ(end.out.find("a.htm"), std::string::npos);
+  EXPECT_EQ(scratch.Names(), (Words{"a.htm", "b.htm"}));
+  fs::create_hard_link(scratch / "a.htm", scratch / "c.txt");
+  end = RunTsl(replace, limited);
+  EXPECT_EQ(end.status, 2);
+  EXPECT_EQ(scratch.Read("c.txt"), text);
+  EXPECT_EQ(scratch.Names(), (Words{"a.htm", "b.htm", "c.txt"}));
+}
+
+TEST_F(Tsl, RespectsPermissions) {
+  const auto as_nobody = [] {
+    if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) _exit(99);
+  };
+  const std::string denied = ": Permission denied\n";
+  scratch.Write("locked/a.htm", "hit");
+  scratch.Write("open/b.htm", "hit");
+  scratch.Write("closed/c.htm", "hit");
+  chmod((scratch / "locked").c_str(), 0555);
+  chmod((scratch / "locked/a.htm").c_str(), 0666);
+  chmod((scratch / "open").c_str(), 0777);
+  chmod((scratch / "open/b.htm").c_str(), 0444);
+  chmod((scratch / "closed").c_str(), 0);
+  const ProgramEnd end = RunTsl({"replace", "hit", "new", folder, "--yes"}, as_nobody);
+  EXPECT_EQ(end.status, 2);
+  EXPECT_EQ(end.err, "tsl: " + scratch / "open/b.htm" + denied + "tsl: " + scratch / "locked/a.htm" + denied +
+                         "tsl: " + scratch / "closed" + denied);
+  chmod((scratch / "closed").c_str(), 0777);
+  for (const char* name : {"locked/a.htm", "open/b.htm", "closed/c.htm"}) EXPECT_EQ(scratch.Read(name), "hit");
+  chmod((scratch / "locked").c_str(), 0777);
+}
+
+TEST_F(Tsl, WalksDeepTreesAndPassesLoopsOver) {
+  fs::create_symlink("loop.htm", scratch / "loop.htm");
+  fs::create_symlink("..", scratch / "up");
+  const fs::path start = fs::current_path();
+  fs::current_path(folder);
+  constexpr int kDepth = 500;
+  for (int i = 0; i < kDepth; ++i) {
+    fs::create_directory("a_long_name");
+    fs::current_path("a_long_name");
+  }
+  fs::create_symlink("../a_long_name/page.htm", "link.htm");
+  { std::ofstream("page.htm") << "hit"; }
+  const ProgramEnd end = RunTsl({"replace", "hit", "new", folder, "--yes"});
+  EXPECT_EQ(end.status, 0) << end.err;
+  std::string content;
+  std::ifstream("page.htm") >> content;
+  EXPECT_EQ(content, "new");
+  fs::current_path(start);
+}
+
+#ifndef TESSARIL_SANITIZED  // whose own memory no limit holds
+TEST_F(Tsl, NeedsLessThanThreeTimesALargeFile) {
+  constexpr std::size_t kSize = std::size_t{96} << 20;
+  std::string page(kSize, '.');
+  page.replace(kSize / 2, 4, " hit");
+  scratch.Write("a.htm", page);
+  const auto limited = [] {
+    const rlimit limit{3 * kSize, 3 * kSize};
+    setrlimit(RLIMIT_AS, &limit);
+  };
+  const ProgramEnd end = RunTsl({"replace", "hit", "longer", folder, "--yes"}, limited);
+  EXPECT_EQ(end.status, 0) << end.err;
+  EXPECT_EQ(scratch.Read("a.htm").size(), kSize + 3);
+}
+#endif
+
+}  // namespace
+}  // namespace tessaril
