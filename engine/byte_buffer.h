@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace tessaril {
 
@@ -11,6 +12,15 @@ namespace tessaril {
 /// file, so that reading a tree costs no memory traffic beyond the reading itself.
 class ByteBuffer {
  public:
+  ByteBuffer() = default;
+  ByteBuffer(ByteBuffer&& other) noexcept { *this = std::move(other); }
+  ByteBuffer& operator=(ByteBuffer&& other) noexcept {
+    data_ = std::move(other.data_);
+    size_ = std::exchange(other.size_, 0);
+    capacity_ = std::exchange(other.capacity_, 0);
+    return *this;
+  }
+
   char* data() { return data_.get(); }
   const char* data() const { return data_.get(); }
   std::size_t size() const { return size_; }

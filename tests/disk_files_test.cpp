@@ -1,7 +1,7 @@
 #include "engine/disk_files.h"
 
-#include <gtest/gtest.h>
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -78,8 +78,8 @@ TEST_F(DiskFilesTest, ListsKinds) {
     listed.push_back(entry.name + ": " + kinds[static_cast<int>(entry.kind)]);
   }
   std::sort(listed.begin(), listed.end());
-  EXPECT_EQ(listed, (Names{"f.htm: file", "folder: folder", "pipe: other", "to_file: file", "to_folder: other",
-                           "to_none: other"}));
+  EXPECT_EQ(listed, (Names{"f.htm: file", "folder: folder", "pipe: other", "to_file: file",
+                           "to_folder: other", "to_none: other"}));
   const timespec long_ago[2] = {{1000000000, 0}, {1000000000, 0}};
   utimensat(AT_FDCWD, scratch.path().c_str(), long_ago, 0);
   ASSERT_TRUE(files.ListFolder(scratch.path(), entries, stamp).ok());

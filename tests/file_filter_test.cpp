@@ -24,8 +24,8 @@ TEST(FileFilter, ListsNames) {
       {";", "a", false},
       {"", "", false},
       {"*.TXT", "a.txt", true},
-      {"?.htm", "\xC3\xA9.htm", true},       // one character, two bytes
-      {"?.htm", "\xE9.htm", true},           // no UTF-8: one byte
+      {"?.htm", "\xC3\xA9.htm", true},  // one character, two bytes
+      {"?.htm", "\xE9.htm", true},      // no UTF-8: one byte
       {"??.htm", "\xC3\xA9.htm", false},
       {"*?b*c", "ab.abbc", true},
       {"*ab*ab", "ab", false},
@@ -33,11 +33,13 @@ TEST(FileFilter, ListsNames) {
       {"***", "x", true},
       {"*.\xC3\xA9*", "x.\xC3\xA9t\xC3\xA9", true},
   };
-  for (const Row& row : rows) EXPECT_EQ(FileFilter(row.filter).Lists(row.name), row.listed) << row.filter << " " << row.name;
+  for (const Row& row : rows)
+    EXPECT_EQ(FileFilter(row.filter).Lists(row.name), row.listed) << row.filter << " " << row.name;
 }
 
 TEST(FileFilter, IsLookedAtAsTyped) {
-  for (const char* filter : {"*.htm*;shtm*", "*.txt", "*.xxx", "*.html"}) EXPECT_TRUE(LooksLikeHtmlFilter(filter));
+  for (const char* filter : {"*.htm*;shtm*", "*.txt", "*.xxx", "*.html"})
+    EXPECT_TRUE(LooksLikeHtmlFilter(filter));
   for (const char* filter : {"*.*", "*.HTM", " *.htm", "", "*.ht"}) EXPECT_FALSE(LooksLikeHtmlFilter(filter));
 }
 

@@ -32,8 +32,9 @@ class Walk : public testing::Test {
 };
 
 TEST_F(Walk, VisitsSubfoldersFirstAndTheLastOfThemFirst) {
-  for (const char* path : {"/s/a.htm", "/s/B.htm", "/s/_.htm", "/s/b.htm", "/s/n.txt", "/s/.hidden.htm",
-                           "/s/sub1/x.htm", "/s/sub2/y.htm", "/s/sub2/deep/z.htm", "/s/.git/c.htm", "/t/o.htm"}) {
+  for (const char* path :
+       {"/s/a.htm", "/s/B.htm", "/s/_.htm", "/s/b.htm", "/s/n.txt", "/s/.hidden.htm", "/s/sub1/x.htm",
+        "/s/sub2/y.htm", "/s/sub2/deep/z.htm", "/s/.git/c.htm", "/t/o.htm"}) {
     files.contents[path] = "";
   }
   EXPECT_FALSE(Run("/s"));

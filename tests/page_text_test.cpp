@@ -32,7 +32,8 @@ TEST(PageText, EditsLikeAString) {
       const std::size_t begin = random() % (plain.size() + 1);
       const std::size_t end = begin + random() % (plain.size() - begin + 1);
       // Now and then so much that the buffer must grow.
-      const std::string text(edit == 20 ? std::size_t{17} << 20 : random() % 30, static_cast<char>('0' + edit % 10));
+      const std::string text(edit == 20 ? std::size_t{17} << 20 : random() % 30,
+                             static_cast<char>('0' + edit % 10));
       if (edit == 20 && round > 1) continue;
       page.Replace(begin, end, text);
       plain.replace(begin, end - begin, text);

@@ -7,9 +7,15 @@ namespace {
 
 TEST(Paths, AreMadeAbsoluteByTheirText) {
   const char* const rows[][3] = {
-      {"/home", "site", "/home/site"},   {"/home", ".", "/home"},         {"/home", "..", "/"},
-      {"/home", "../../x", "/x"},        {"/home", "a//b/./c/", "/home/a/b/c"}, {"/", "a", "/a"},
-      {"/home", "/var/../etc", "/etc"},  {"/home", "/", "/"},             {"/home", "a/...", "/home/a/..."},
+      {"/home", "site", "/home/site"},
+      {"/home", ".", "/home"},
+      {"/home", "..", "/"},
+      {"/home", "../../x", "/x"},
+      {"/home", "a//b/./c/", "/home/a/b/c"},
+      {"/", "a", "/a"},
+      {"/home", "/var/../etc", "/etc"},
+      {"/home", "/", "/"},
+      {"/home", "a/...", "/home/a/..."},
   };
   for (const auto& row : rows) EXPECT_EQ(AbsolutePath(row[0], row[1]), row[2]);
 }

@@ -26,8 +26,8 @@ TEST(SearchRun, AssemblesTheReport) {
   RunState state;
   const RunEnd end = SearchRun(files, host, OptionsFor(Function::kSearch), state);
   const std::string rule(80, '-');
-  EXPECT_EQ(state.Results, "In \"/s\" and all subdirectories:\r\n\r\nSearch text \"hit\" found:\r\n\r\n" + rule +
-                               "\r\n/s/a.htm\r\n" + rule + "\r\n\r\n*** Found:\r\n...a hit...\r\n");
+  EXPECT_EQ(state.Results, "In \"/s\" and all subdirectories:\r\n\r\nSearch text \"hit\" found:\r\n\r\n" +
+                               rule + "\r\n/s/a.htm\r\n" + rule + "\r\n\r\n*** Found:\r\n...a hit...\r\n");
   EXPECT_TRUE(end.found);
   EXPECT_EQ(state.ReportTitle, "Report");
   EXPECT_EQ(host.shown, (std::vector<std::string>{"Search results", "Report"}));
@@ -84,7 +84,8 @@ TEST(SearchRun, SaysWhereItWasStopped) {
   host.cancel_at = 1;
   RunState state;
   SearchRun(files, host, OptionsFor(Function::kSearch), state);
-  EXPECT_TRUE(state.Results.ends_with("found:\r\n*** None ***\r\n\r\n   *** Stopped ***\r\nin file /s/a.htm\r\n"))
+  EXPECT_TRUE(
+      state.Results.ends_with("found:\r\n*** None ***\r\n\r\n   *** Stopped ***\r\nin file /s/a.htm\r\n"))
       << state.Results;
 }
 
@@ -100,10 +101,12 @@ TEST(RunReport, HasAHeadingForEachFunction) {
   EXPECT_EQ(header(OptionsFor(Function::kReplace), same),
             where + "Search text \"hit\" found and changed to \"new\" in:");
   RunOptions options = OptionsFor(Function::kReplace);
-  EXPECT_EQ(header(options, {"h&icirc;t", "n&eacute;w"}),
-            where + "Search text \"hit\" as \"h&icirc;t\" found and changed to \"new\" as \"n&eacute;w\" in:");
+  EXPECT_EQ(
+      header(options, {"h&icirc;t", "n&eacute;w"}),
+      where + "Search text \"hit\" as \"h&icirc;t\" found and changed to \"new\" as \"n&eacute;w\" in:");
   options.chkTags = false;
-  EXPECT_EQ(header(options, {"h&icirc;t", "new"}), where + "Search text \"hit\" found and changed to \"new\" in:");
+  EXPECT_EQ(header(options, {"h&icirc;t", "new"}),
+            where + "Search text \"hit\" found and changed to \"new\" in:");
   RunOptions external = OptionsFor(Function::kExternal);
   external.dirList = "/A&B<\xC3\x89>";
   EXPECT_EQ(header(external, same),

@@ -14,7 +14,8 @@ using Random = std::mt19937;
 
 std::string RandomText(Random& random, std::initializer_list<const char*> words, std::size_t most) {
   std::string text;
-  for (std::size_t count = random() % (most + 1); count > 0; --count) text += words.begin()[random() % words.size()];
+  for (std::size_t count = random() % (most + 1); count > 0; --count)
+    text += words.begin()[random() % words.size()];
   return text;
 }
 
@@ -47,8 +48,10 @@ Outcome RunEngine(const PlainSearch& plain, const std::string& page) {
   options.ShowEach = plain.ask != nullptr;
   options.MarkedOnly = true;
   RunState state;
-  RunContext run{files, host, options, state, {}};
+  static ByteBuffer memory;
+  RunContext run{files, host, options, state, std::move(memory)};
   EXPECT_TRUE(Erstat(plain.S, plain.R, "/p.htm", run).ok());
+  memory = std::move(run.page_bytes);
   return {files.contents["/p.htm"], state.Results};
 }
 
@@ -71,7 +74,8 @@ TEST(TextSearchRandom, GivesWhatThePlainRulesGive) {
         constexpr int kMost = 40;  // an edit may push its own hit ahead of the search for ever
         const auto choice = source() % 12;
         if (choice == 0 || ++asked > kMost) return -1;
-        if (choice < 4 && !proposed.empty()) proposed.replace(std::min<std::size_t>(proposed.size(), 2), 1, "a b");
+        if (choice < 4 && !proposed.empty())
+          proposed.replace(std::min<std::size_t>(proposed.size(), 2), 1, "a b");
         return choice < 8 && !proposed.empty() ? 1 : 0;
       };
     };
@@ -82,8 +86,10 @@ TEST(TextSearchRandom, GivesWhatThePlainRulesGive) {
     if (confirm) for_engine.ask = ask_with(same_answers);
     plain.Run("/p.htm");
     const Outcome outcome = RunEngine(for_engine, page);
-    ASSERT_EQ(outcome.page, plain.text) << "S '" << plain.S << "' R '" << plain.R << "' page '" << page << "'";
-    ASSERT_EQ(outcome.report, plain.report) << "S '" << plain.S << "' R '" << plain.R << "' page '" << page << "'";
+    ASSERT_EQ(outcome.page, plain.text)
+        << "S '" << plain.S << "' R '" << plain.R << "' page '" << page << "'";
+    ASSERT_EQ(outcome.report, plain.report)
+        << "S '" << plain.S << "' R '" << plain.R << "' page '" << page << "'";
     hits += plain.report.empty() ? 0 : 1;
   }
   EXPECT_GT(hits, 5000);

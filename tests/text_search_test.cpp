@@ -156,7 +156,8 @@ TEST_F(TextSearch, SaysNothingOfAPageThatCouldNotBeWritten) {
   EXPECT_TRUE(host.shown.empty());
 }
 
-// Each hit a change: the cost follows the text, so this ends soon, and would not if it were rebuilt each time.
+// Each hit a change: the cost follows the text, so this ends soon, and would not if it were rebuilt each
+// time.
 TEST_F(TextSearch, CopesWithHitsWithoutNumber) {
   std::string page;
   for (int i = 0; i < 300000; ++i) page += "hit ";

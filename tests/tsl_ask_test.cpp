@@ -15,8 +15,8 @@ TEST(TslAsk, AnswersWithOneKeyEach) {
   setenv("EDITOR", ("sh " + scratch / "editor").c_str(), 1);
   unsetenv("VISUAL");
   setenv("NO_COLOR", "1", 1);
-  const ProgramEnd end =
-      RunTslOnTerminal({"replace", "hit", "new", scratch / "a.htm", "--ask", "--report", "/dev/null"}, "rkerq");
+  const ProgramEnd end = RunTslOnTerminal(
+      {"replace", "hit", "new", scratch / "a.htm", "--ask", "--report", "/dev/null"}, "rkerq");
   EXPECT_EQ(end.status, 3);
   EXPECT_EQ(scratch.Read("a.htm"), "1 new \x1b[2J\xE9\n2 hit 3 \xE9&#269;! 4 hit");
   EXPECT_NE(end.out.find("1 >>>hit<<< \\x1B[2J\xC3\xA9\r\n2 hit"), std::string::npos) << end.out;
@@ -24,7 +24,8 @@ TEST(TslAsk, AnswersWithOneKeyEach) {
   EXPECT_EQ(end.out.find("\x1b[31"), std::string::npos);
   unsetenv("NO_COLOR");
   setenv("TERM", "xterm", 1);
-  const ProgramEnd colours = RunTslOnTerminal({"search", "new", scratch / "a.htm", "--ask", "--report", "/dev/null"}, "n");
+  const ProgramEnd colours =
+      RunTslOnTerminal({"search", "new", scratch / "a.htm", "--ask", "--report", "/dev/null"}, "n");
   EXPECT_EQ(colours.status, 0);
   EXPECT_NE(colours.out.find("\x1b[31"), std::string::npos);
 }
@@ -33,9 +34,12 @@ TEST(TslAsk, TakesCtrlCForStopAndQuestionsForQuestions) {
   ScratchFolder scratch;
   scratch.Write("a.htm", "hit");
   EXPECT_EQ(RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask"}, "\x03").status, 3);
-  EXPECT_EQ(RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, "c").status, 3);
+  EXPECT_EQ(
+      RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, "c").status, 3);
   EXPECT_EQ(scratch.Read("a.htm"), "hit");
-  EXPECT_EQ(RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, "or").status, 0);
+  EXPECT_EQ(
+      RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, "or").status,
+      0);
   EXPECT_EQ(scratch.Read("a.htm"), "new");
 }
 

@@ -48,14 +48,19 @@ TEST_F(Tsl, WritesTheReportToStandardOutputOrAFile) {
   EXPECT_EQ(RunTsl({"search", "hit", folder, "--report", scratch / "r"}).out, "");
   EXPECT_EQ(scratch.Read("r"), end.out);
   const ProgramEnd none = RunTsl({"search", "miss", scratch / "a.htm"});
-  EXPECT_EQ(none.out, "In \"" + scratch / "a.htm" + "\":\r\n\r\nSearch text \"miss\" found:\r\n*** None ***\r\n");
+  EXPECT_EQ(none.out,
+            "In \"" + scratch / "a.htm" + "\":\r\n\r\nSearch text \"miss\" found:\r\n*** None ***\r\n");
   EXPECT_EQ(none.status, 1);
 }
 
 TEST_F(Tsl, ChangesFilesOnlyWhenTold) {
   fs::copy(EXAMPLE_SITE, scratch / "copy", fs::copy_options::recursive);
-  for (const Words& command : std::vector<Words>{{"links"}, {"entities"}, {"external"}, {"colours"},
-                                                 {"search", "the"}, {"replace", "the", "THE"}}) {
+  for (const Words& command : std::vector<Words>{{"links"},
+                                                 {"entities"},
+                                                 {"external"},
+                                                 {"colours"},
+                                                 {"search", "the"},
+                                                 {"replace", "the", "THE"}}) {
     Words arguments = command;
     arguments.push_back(scratch / "copy");
     const ProgramEnd end = RunTsl(arguments);
@@ -83,16 +88,20 @@ TEST_F(Tsl, TakesAnswersFromAFileAndNotesThem) {
   EXPECT_EQ(end.status, 0) << end.err;
   EXPECT_EQ(scratch.Read("a.htm"), "1 new\tY");
   const std::string file = "{\"file\": \"" + ShortenedPath(scratch / "a.htm") + "\", ";
-  EXPECT_EQ(scratch.Read("t"),
-            file + "\"found\": \"1 hit 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"found_start\": 2, \"found_length\": 3, "
-                   "\"new\": \"1 new 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"new_start\": 2, \"new_length\": 3, "
-                   "\"hint\": \"\", \"answer\": \"replace\", \"edited\": null}\n" +
-                file + "\"found\": \"1 new 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"found_start\": 8, \"found_length\": 3, "
-                   "\"new\": \"1 new 2 new 3 hit \xC3\xA9 4 hit 5 hit\", \"new_start\": 8, \"new_length\": 3, "
-                   "\"hint\": \"\", \"answer\": \"keep\", \"edited\": \"x\\u0000\\\\\"}\n" +
-                file + "\"found\": \"1 new 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"found_start\": 14, \"found_length\": 3, "
-                   "\"new\": \"1 new 2 hit 3 new \xC3\xA9 4 hit 5 hit\", \"new_start\": 14, \"new_length\": 3, "
-                   "\"hint\": \"\", \"answer\": \"replace\", \"edited\": \"1 new\\tY\"}\n");
+  EXPECT_EQ(
+      scratch.Read("t"),
+      file +
+          "\"found\": \"1 hit 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"found_start\": 2, \"found_length\": 3, "
+          "\"new\": \"1 new 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"new_start\": 2, \"new_length\": 3, "
+          "\"hint\": \"\", \"answer\": \"replace\", \"edited\": null}\n" +
+          file +
+          "\"found\": \"1 new 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"found_start\": 8, \"found_length\": 3, "
+          "\"new\": \"1 new 2 new 3 hit \xC3\xA9 4 hit 5 hit\", \"new_start\": 8, \"new_length\": 3, "
+          "\"hint\": \"\", \"answer\": \"keep\", \"edited\": \"x\\u0000\\\\\"}\n" +
+          file +
+          "\"found\": \"1 new 2 hit 3 hit \xC3\xA9 4 hit 5 hit\", \"found_start\": 14, \"found_length\": 3, "
+          "\"new\": \"1 new 2 hit 3 new \xC3\xA9 4 hit 5 hit\", \"new_start\": 14, \"new_length\": 3, "
+          "\"hint\": \"\", \"answer\": \"replace\", \"edited\": \"1 new\\tY\"}\n");
 }
 
 TEST_F(Tsl, EndsWhereAnAnswerDoesNotFit) {
@@ -122,7 +131,8 @@ TEST_F(Tsl, EndsWhereAnAnswerDoesNotFit) {
     EXPECT_EQ(end.status, 2);
     EXPECT_EQ(end.out, "");
     std::string reason = row.reason;
-    if (const std::size_t escaped = reason.find("\\x5C"); escaped != std::string::npos) reason.replace(escaped, 4, "\\");
+    if (const std::size_t escaped = reason.find("\\x5C"); escaped != std::string::npos)
+      reason.replace(escaped, 4, "\\");
     EXPECT_EQ(end.err, "tsl: " + scratch / "answers" + reason + "\n");
     EXPECT_EQ(scratch.Read("a.htm"), "hit hit");
     const std::string transcript = scratch.Read("t");
@@ -161,8 +171,9 @@ TEST_F(Tsl, StopsAndSaysWhere) {
   const ProgramEnd end = RunTsl({"replace", "hit", "new", folder, "--answers", scratch / "answers"});
   EXPECT_EQ(end.status, 3);
   EXPECT_EQ(scratch.Read("a.htm"), "new hit");
-  EXPECT_TRUE(end.out.ends_with(Entry("--- Kept:", "new hit") + "\r\n\r\n*** Stopped in " + scratch / "a.htm" +
-                                " ***\r\n\r\n   *** Stopped ***\r\nin file " + scratch / "a.htm" + "\r\n"))
+  EXPECT_TRUE(end.out.ends_with(Entry("--- Kept:", "new hit") + "\r\n\r\n*** Stopped in " +
+                                scratch / "a.htm" + " ***\r\n\r\n   *** Stopped ***\r\nin file " +
+                                scratch / "a.htm" + "\r\n"))
       << end.out;
 }
 
@@ -209,12 +220,14 @@ TEST_F(Tsl, TakesTextsAndPathsAsTheyAre) {
   EXPECT_EQ(RunTsl({"search", "", page}).status, 1);
   EXPECT_NE(RunTsl({"search", "\xE9", page}).out.find("Search text \"\xC3\xA9\" found:"), std::string::npos);
   fs::create_symlink(folder, scratch / "link");
-  EXPECT_TRUE(RunTsl({"search", "links", scratch / "link/"}).out.starts_with("In \"" + scratch / "link" + "\" and"));
+  EXPECT_TRUE(
+      RunTsl({"search", "links", scratch / "link/"}).out.starts_with("In \"" + scratch / "link" + "\" and"));
   const auto enter = [this] {
     EXPECT_EQ(chdir((scratch / "link").c_str()), 0);
     setenv("PWD", (scratch / "link").c_str(), 1);
   };
-  EXPECT_TRUE(RunTsl({"search", "links", "a.htm"}, enter).out.starts_with("In \"" + scratch / "link/a.htm" + "\":"));
+  EXPECT_TRUE(
+      RunTsl({"search", "links", "a.htm"}, enter).out.starts_with("In \"" + scratch / "link/a.htm" + "\":"));
   scratch.Write("n\xFF\n.htm", "links");
   EXPECT_NE(RunTsl({"search", "links", folder}).out.find("/n\xFF\n.htm\r\n"), std::string::npos);
 }
@@ -261,7 +274,8 @@ TEST_F(Tsl, RespectsPermissions) {
   EXPECT_EQ(end.err, "tsl: " + scratch / "open/b.htm" + denied + "tsl: " + scratch / "locked/a.htm" + denied +
                          "tsl: " + scratch / "closed" + denied);
   chmod((scratch / "closed").c_str(), 0777);
-  for (const char* name : {"locked/a.htm", "open/b.htm", "closed/c.htm"}) EXPECT_EQ(scratch.Read(name), "hit");
+  for (const char* name : {"locked/a.htm", "open/b.htm", "closed/c.htm"})
+    EXPECT_EQ(scratch.Read(name), "hit");
   chmod((scratch / "locked").c_str(), 0777);
 }
 

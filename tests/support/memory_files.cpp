@@ -42,7 +42,8 @@ Status MemoryFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp&)
   return {};
 }
 
-Status MemoryFiles::ReplaceContent(const std::string& path, FileStamp&, std::span<const std::string_view> pieces) {
+Status MemoryFiles::ReplaceContent(const std::string& path, FileStamp&,
+                                   std::span<const std::string_view> pieces) {
   if (unwritable.contains(path)) return Status::System(ENOSPC);
   std::string content;
   for (const std::string_view piece : pieces) content += piece;

@@ -15,10 +15,10 @@ namespace tessaril {
 class MemoryFiles : public Files {
  public:
   std::map<std::string, std::string> contents;
-  std::set<std::string> unreadable;     // files, and folders to list
-  std::set<std::string> unwritable;     // files
-  std::vector<std::string> writes;      // paths, in order
-  std::vector<std::string> visits;      // folders entered, in order
+  std::set<std::string> unreadable;  // files, and folders to list
+  std::set<std::string> unwritable;  // files
+  std::vector<std::string> writes;   // paths, in order
+  std::vector<std::string> visits;   // folders entered, in order
 
   Status ListFolder(const std::string& folder, std::vector<FolderEntry>& entries, FileStamp& stamp) override;
   bool FolderIsUnchanged(const std::string&, const FileStamp&) override { return false; }

@@ -34,7 +34,8 @@ std::string ScratchFolder::Read(const std::string& name) const {
 
 std::vector<std::string> ScratchFolder::Names() const {
   std::vector<std::string> names;
-  for (const fs::directory_entry& entry : fs::directory_iterator(path_)) names.push_back(entry.path().filename());
+  for (const fs::directory_entry& entry : fs::directory_iterator(path_))
+    names.push_back(entry.path().filename());
   std::sort(names.begin(), names.end());
   return names;
 }
