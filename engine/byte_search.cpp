@@ -31,6 +31,8 @@ constexpr std::array<std::uint8_t, 256> MakeRanks() {
 }
 constexpr std::array<std::uint8_t, 256> kRanks = MakeRanks();
 
+constexpr std::uint8_t kCommon = kRanks[static_cast<unsigned char>('d')];
+
 // The bit that parts the two cases of a letter, 0 for every other byte.
 char CaseBit(char c, LetterCase letter_case) {
   return letter_case == LetterCase::kFolded && IsAsciiLetter(c) ? '\x20' : '\0';
@@ -139,6 +141,7 @@ __attribute__((target("avx2"))) std::size_t ByteSearch::FindWide(std::string_vie
                                                                  std::size_t from) const {
   constexpr std::size_t kWidth = 32;
   const bool first_word = first_word_;
+  const bool common_word = first_word && kRanks[static_cast<unsigned char>(key_[second_])] >= kCommon;
   const std::size_t behind_key = first_word ? 2 : 0;  // bytes looked at there
   const std::size_t last = text.size() - key_.size();
   const char first_bit = CaseBit(key_[first_], letter_case_);
@@ -157,14 +160,16 @@ __attribute__((target("avx2"))) std::size_t ByteSearch::FindWide(std::string_vie
     const __m256i seconds =
         _mm256_cmpeq_epi8(_mm256_or_si256(Load(base + second_), second_mask), second_byte);
     __m256i both = _mm256_and_si256(firsts, seconds);
-    if (first_word) {
+    if (common_word) both = _mm256_and_si256(both, UpToQuote(Load(base + key_.size())));
+    auto bits = static_cast<std::uint32_t>(_mm256_movemask_epi8(both));
+    if (first_word && bits != 0) {
       const __m256i behind = Load(base + key_.size());
       const __m256i then = Load(base + key_.size() + 1);
       const __m256i goes_on = _mm256_or_si256(_mm256_cmpeq_epi8(then, next), UpToQuote(then));
       const __m256i wrong_word = _mm256_andnot_si256(goes_on, _mm256_cmpeq_epi8(behind, blank));
-      both = _mm256_andnot_si256(wrong_word, _mm256_and_si256(both, UpToQuote(behind)));
+      bits &= static_cast<std::uint32_t>(
+          _mm256_movemask_epi8(_mm256_andnot_si256(wrong_word, UpToQuote(behind))));
     }
-    auto bits = static_cast<std::uint32_t>(_mm256_movemask_epi8(both));
     for (; bits != 0; bits &= bits - 1) {
       const auto offset = static_cast<std::size_t>(std::countr_zero(bits));
       if (KeyStandsAt(base + offset, text_end)) return place + offset;

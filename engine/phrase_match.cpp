@@ -76,21 +76,23 @@ std::size_t SettledAndEqual(std::string_view phrase, std::string_view text) {
   return count;
 }
 
-// Decides most of the places where a word stands at the end of a line: once the break is a blank, alone or
-// halved with one that followed, the byte behind it is settled, too. `entity` is empty where it is no break.
-bool IsDifferentBehindBreak(std::string_view phrase, std::string_view window, std::string_view line_end,
-                            std::string_view entity) {
-  const std::size_t at = SettledAndEqual(phrase, window);
-  if (at + 1 >= phrase.size()) return false;
-  const std::string_view rest = window.substr(at);
-  std::string_view found;
-  if (rest.starts_with(line_end)) found = line_end;
-  if (!entity.empty() && rest.starts_with(entity)) found = entity;
-  if (found.empty()) return false;
-  if (phrase[at] != ' ') return true;
-  const std::string_view behind = rest.substr(found.size());
-  const std::size_t next = behind.starts_with(' ') ? 1 : 0;
-  return behind.size() > next && IsInert(behind[next]) && behind[next] != phrase[at + 1];
+// How many bytes of `text` at its start are a break in some page, 0 for none.
+std::size_t BreakLength(std::string_view text) {
+  for (const std::string_view sequence : {std::string_view("\r\n"), std::string_view("\n"), kNbsp}) {
+    if (text.starts_with(sequence)) return sequence.size();
+  }
+  return 0;
+}
+
+// Decides most of the places where a word stands at the end of a line. Where the phrase has a blank and the
+// text what may be a break, either it is none in this page and stays different, or it becomes a blank, alone
+// or halved with one that follows, and then the byte behind it is settled, too.
+bool IsDifferentBehindBreak(std::string_view phrase, std::string_view text, std::size_t at) {
+  const std::string_view rest = text.substr(at);
+  const std::size_t length = BreakLength(rest);
+  if (length == 0 || at + 1 >= phrase.size() || phrase[at] != ' ') return false;
+  const std::size_t next = rest.substr(length).starts_with(' ') ? length + 1 : length;
+  return rest.size() > next && IsInert(rest[next]) && rest[next] != phrase[at + 1];
 }
 
 PhraseMatch Accept(std::string_view covered, std::string_view line_end) {
@@ -112,16 +114,14 @@ bool KeyIsComparedExactly(std::string_view phrase) {
 PlainComparison ComparePlain(std::string_view phrase, std::string_view text) {
   const std::size_t settled = SettledAndEqual(phrase, text);
   if (settled == phrase.size() || text.starts_with(phrase)) return PlainComparison::kEqual;
-  return settled < text.size() && !IsSettled(text, settled) ? PlainComparison::kOpen
-                                                            : PlainComparison::kDifferent;
+  if (settled == text.size() || IsSettled(text, settled)) return PlainComparison::kDifferent;
+  return IsDifferentBehindBreak(phrase, text, settled) ? PlainComparison::kDifferent : PlainComparison::kOpen;
 }
 
 std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view window,
                                        std::string_view line_end) {
   if (window.starts_with(phrase)) return Accept(window.substr(0, phrase.size()), line_end);
   const bool entity_is_blank = phrase.find(kNbsp) == std::string_view::npos;
-  const std::string_view entity = entity_is_blank ? kNbsp : std::string_view();
-  if (IsDifferentBehindBreak(phrase, window, line_end, entity)) return std::nullopt;
   Candidate candidate(window);
   for (std::size_t p = 0;;) {
     const std::size_t line_at = candidate.Find(line_end, p + 1);
