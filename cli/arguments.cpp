@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <map>
 
+#include "cli/console_text.h"
 #include "cli/help.h"
 #include "engine/page_encoding.h"
 
@@ -40,6 +41,7 @@ void AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
       command->add_flag(name, found.switches[option.name]);
     } else {
       CLI::Option* const added = command->add_option(name, found.values[option.name]);
+      added->type_name(std::string(option.value));
       if (option.name != "--cgi-name") added->check(NotEmpty, "");
     }
   }
@@ -144,10 +146,15 @@ std::variant<Arguments, Farewell> ParseArguments(int argc, const char* const* ar
   }
   if (help) return Farewell{HelpText(argc > 1 ? argv[1] : ""), 0};
   if (version) return Farewell{VersionText(), 0};
+  if (argc < 2) return Refuse("a command is missing");
+  const auto is_first_word = [first = std::string_view(argv[1])](const FunctionRow& row) {
+    return !row.command.empty() && row.command == first;
+  };
+  if (std::ranges::none_of(AllFunctions(), is_first_word)) return Refuse("unknown command: " + OneLine(argv[1]));
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return Refuse(error.what());
+    return Refuse(OneLine(error.what()));
   }
   return Understand(found, commands.at(app.get_subcommands().front()));
 }

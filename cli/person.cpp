@@ -66,6 +66,17 @@ char ReadKey() {
   }
 }
 
+// The part of the field that is new. A proposal's own selection is as long as the replacement and the break
+// that was found together, and may reach too far for the eye.
+Selection NewPart(const Proposal& proposal, const std::string& field) {
+  const Selection found = proposal.SearchSelection;
+  const std::size_t found_end = std::min(found.start + found.length, proposal.SearchText.size());
+  const std::string tail = proposal.SearchText.substr(found_end);
+  const bool same_tail = found.length > 0 && field.size() >= found.start + tail.size() && field.ends_with(tail);
+  if (!same_tail) return proposal.ReplaceSelection;
+  return {found.start, field.size() - found.start - tail.size()};
+}
+
 // Asks until one of `keys` is pressed.
 char Choose(const std::string& choices, std::string_view keys) {
   std::cerr << choices << " " << std::flush;
@@ -117,7 +128,7 @@ void Person::Show(const Proposal& proposal, const std::string& field, bool edite
             << Marked(proposal.SearchText, proposal.SearchSelection, proposal.encoding, "\x1b[31;7m") << "\n";
   if (!proposal.Label4.empty()) std::cerr << OneLine(proposal.Label4) << "\n";
   if (!proposal.ReplaceText) return;
-  const Selection selection = edited ? Selection{} : proposal.ReplaceSelection;
+  const Selection selection = edited ? Selection{} : NewPart(proposal, field);
   std::cerr << Bold(edited ? "... with (edited):" : "... with:") << "\n"
             << Marked(field, selection, proposal.encoding, "\x1b[32;7m") << "\n";
 }

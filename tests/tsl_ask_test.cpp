@@ -20,6 +20,7 @@ TEST(TslAsk, AnswersWithOneKeyEach) {
   EXPECT_EQ(end.status, 3);
   EXPECT_EQ(scratch.Read("a.htm"), "1 new \x1b[2J\xE9\n2 hit 3 \xE9&#269;! 4 hit");
   EXPECT_NE(end.out.find("1 >>>hit<<< \\x1B[2J\xC3\xA9\r\n2 hit"), std::string::npos) << end.out;
+  EXPECT_NE(end.out.find("1 >>>new<<< \\x1B[2J"), std::string::npos) << end.out;
   EXPECT_EQ(end.out.find("\x1b[2J"), std::string::npos);
   EXPECT_EQ(end.out.find("\x1b[31"), std::string::npos);
   unsetenv("NO_COLOR");
