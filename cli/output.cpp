@@ -11,6 +11,15 @@
 
 namespace tessaril {
 
+void ReserveStandardStreams() {
+  for (;;) {
+    // The system gives the lowest number that is free.
+    const int number = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (number > STDERR_FILENO) close(number);
+    if (number < 0 || number > STDERR_FILENO) return;
+  }
+}
+
 Status CreateFile(const std::string& path, FileHandle& file) {
   file = FileHandle(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666));
   return file.is_open() ? Status() : Status::System(errno);

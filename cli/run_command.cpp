@@ -153,6 +153,7 @@ int Start(Arguments& arguments) {
 }  // namespace
 
 int RunCommand(int argc, const char* const* argv) {
+  ReserveStandardStreams();
   std::variant<Arguments, Farewell> parsed = ParseArguments(argc, argv);
   if (const auto* const farewell = std::get_if<Farewell>(&parsed)) {
     (farewell->exit_status == 0 ? std::cout : std::cerr) << farewell->text << std::flush;

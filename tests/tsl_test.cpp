@@ -256,6 +256,16 @@ TEST_F(Tsl, TellsWhatItCouldNotWriteAndLeavesItWhole) {
   EXPECT_EQ(scratch.Names(), (Words{"a.htm", "b.htm", "c.txt"}));
 }
 
+TEST_F(Tsl, WritesNothingIntoPagesThatIsMeantForClosedStreams) {
+  scratch.Write("a.htm", "hit");
+  scratch.Write("b.htm", "hit");
+  const auto without_streams = [] {
+    for (const int stream : {0, 1, 2}) close(stream);
+  };
+  EXPECT_EQ(RunTsl({"replace", "hit", "new", folder, "--yes", "--filter", "*.h*"}, without_streams).status, 2);
+  for (const char* name : {"a.htm", "b.htm"}) EXPECT_EQ(scratch.Read(name), "new");
+}
+
 TEST_F(Tsl, RespectsPermissions) {
   const auto as_nobody = [] {
     if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) _exit(99);
