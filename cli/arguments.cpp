@@ -91,7 +91,10 @@ const std::vector<OptionRow>& AllOptions() {
   static const std::vector<OptionRow> options = {
       {"--filter", "PATTERNS", "files to visit, patterns parted by \";\" (default \"*.htm*;shtm*\")", {}},
       {"--case", "", "UPPER and lower case letters differ", {kSearch, kReplace}},
-      {"--no-tags", "", "take the texts as they are, without &name; entities", {kSearch, kReplace}},
+      {"--no-tags",
+       "",
+       "take the texts as they are, without &name; entities (this version always does)",
+       {kSearch, kReplace}},
       {"--allow-uppercase", "", "upper-case letters in file names are no fault", {kLinks}},
       {"--cgi-name", "NAME", "links that hold NAME are not checked (default \"CGI-bin\")", {kLinks}},
       {"--check-cgi", "", "check these links, too", {kLinks}},
@@ -100,7 +103,7 @@ const std::vector<OptionRow>& AllOptions() {
       {"--answers", "FILE", "take the answers from FILE, one a line", {}},
       {"--report", "FILE", "write the report to FILE instead of standard output", {}},
       {"--transcript", "FILE", "write each question and its answer to FILE, as JSON Lines", {}},
-      {"--data", "DIR", "folder of the entity data files (no function of this version reads them)", {}},
+      {"--data", "DIR", "folder of the entity data files (this version reads none)", {}},
   };
   return options;
 }
@@ -150,11 +153,21 @@ std::variant<Arguments, Farewell> ParseArguments(int argc, const char* const* ar
   const auto is_first_word = [first = std::string_view(argv[1])](const FunctionRow& row) {
     return !row.command.empty() && row.command == first;
   };
-  if (std::ranges::none_of(AllFunctions(), is_first_word)) return Refuse("unknown command: " + OneLine(argv[1]));
+  if (std::ranges::none_of(AllFunctions(), is_first_word))
+    return Refuse("unknown command: " + OneLine(argv[1]));
+  // The parser would take a "++" for itself; with a byte behind it that no argument can hold it does not.
+  const std::string plus_plus("++", 2);
+  const std::string protected_plus("++", 3);
+  std::vector<std::string> words(argv + 1, argv + argc);
+  std::replace(words.begin(), words.end(), plus_plus, protected_plus);
+  std::reverse(words.begin(), words.end());  // the order that the parser asks for
   try {
-    app.parse(argc, argv);
+    app.parse(words);
   } catch (const CLI::ParseError& error) {
     return Refuse(OneLine(error.what()));
+  }
+  for (std::string* const word : {&found.text, &found.new_text, &found.path}) {
+    if (*word == protected_plus) *word = plus_plus;
   }
   return Understand(found, commands.at(app.get_subcommands().front()));
 }

@@ -1,6 +1,7 @@
 #include "cli/help.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "cli/arguments.h"
 
@@ -12,6 +13,10 @@ constexpr std::string_view kPathMeaning =
     "PATH is a folder, searched with all folders below it, or one file. No file is ever changed without "
     "--yes, "
     "--ask or --answers. A text that begins with \"-\" follows \"--\".";
+
+// Options that need no command.
+constexpr std::pair<std::string_view, std::string_view> kAlways[] = {
+    {"--help", "show this text; behind a command, what goes with it"}, {"--version", "show the version"}};
 
 std::string Padded(std::string_view text, std::size_t width) {
   std::string padded(text);
@@ -90,7 +95,7 @@ std::string HelpText(std::string_view command) {
     return !command.empty() && row.command == command;
   });
   const bool one = known != functions.end();
-  constexpr std::size_t kColumn = 27;
+  constexpr std::size_t kColumn = 32;
   std::string text = "tsl " + std::string(kPurpose) + "\n\nUsage:\n";
   for (const FunctionRow& row : functions) {
     if (row.command.empty() || (one && row.function != known->function)) continue;
@@ -103,8 +108,9 @@ std::string HelpText(std::string_view command) {
     text += "  " + Padded(OptionWithValue(option), kColumn - 2) + std::string(option.help);
     text += one || option.only.empty() ? "\n" : " [" + OnlyFor(option) + "]\n";
   }
-  text += "  " + Padded("--help", kColumn - 2) + "show this text; behind a command, what goes with it\n";
-  text += "  " + Padded("--version", kColumn - 2) + "show the version\n";
+  for (const auto& [name, meaning] : kAlways) {
+    text += "  " + Padded(name, kColumn - 2) + std::string(meaning) + "\n";
+  }
   text += "\nExamples:\n";
   for (const Example& example : Examples()) {
     text += "  " + std::string(example.command) + "\n      " + std::string(example.meaning) + "\n";
@@ -132,6 +138,9 @@ std::string ManPage() {
   for (const OptionRow& option : AllOptions()) {
     page += ".TP\n.B " + Roff(OptionWithValue(option)) + "\n" + Roff(option.help);
     page += option.only.empty() ? "\n" : " [" + OnlyFor(option) + "]\n";
+  }
+  for (const auto& [name, meaning] : kAlways) {
+    page += ".TP\n.B " + Roff(name) + "\n" + Roff(meaning) + "\n";
   }
   page += ".SH EXIT STATUS\nThe first that fits of 2, 3, 1, 0.\n";
   for (const ExitStatus& row : ExitStatuses()) {

@@ -4,7 +4,8 @@
 namespace tessaril {
 
 /// From now on Ctrl-C, and what else asks the program to end, is only noted: a run ends at its next test, and
-/// never between the steps of writing a file. A closed pipe or a limit on file sizes is a failed write.
+/// never between the steps of writing a file. What the caller chose to ignore (nohup) stays ignored. A closed
+/// pipe or a limit on file sizes is a failed write.
 void NoteInterrupts();
 
 /// Whether the user has asked to end since NoteInterrupts.

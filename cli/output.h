@@ -11,8 +11,8 @@
 
 namespace tessaril {
 
-/// Makes sure that the numbers of the three standard streams are taken, so that no page is opened under one of
-/// them and gets what is meant for the user. A stream that the caller closed fails when it is used.
+/// Makes sure that the numbers of the three standard streams are taken, so that no page is opened under one
+/// of them and gets what is meant for the user. A stream that the caller closed fails when it is used.
 void ReserveStandardStreams();
 
 /// Creates a file or empties it, for writing.

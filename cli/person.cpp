@@ -48,20 +48,38 @@ class SingleKeys {
   bool terminal_;
 };
 
+bool WaitForKey(int milliseconds) {
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  return poll(&input, 1, milliseconds) > 0;
+}
+
+// The rest of what a function key, an arrow or the terminal itself sends behind ESC: not an answer to
+// anything.
+void SkipSequence() {
+  constexpr int kMilliseconds = 50;  // the bytes of a sequence come together
+  char byte = 0;
+  const auto next = [&byte] { return WaitForKey(kMilliseconds) && read(STDIN_FILENO, &byte, 1) == 1; };
+  if (!next()) return;
+  if (byte == 'O') next();
+  if (byte != '[') return;
+  while (next() && (byte < '@' || byte > '~')) {
+  }
+}
+
 // The next key, in lower case; line ends of an input that is no terminal do not count.
 char ReadKey() {
   const SingleKeys single_keys;
   for (;;) {
     if (Interrupted()) return kNoKey;
     // Waits with a time-out, so that a Ctrl-C just before the waiting is not missed.
-    pollfd input{STDIN_FILENO, POLLIN, 0};
     constexpr int kMilliseconds = 200;
-    if (poll(&input, 1, kMilliseconds) <= 0) continue;
+    if (!WaitForKey(kMilliseconds)) continue;
     char key = 0;
     const ssize_t got = read(STDIN_FILENO, &key, 1);
     if (got < 0 && errno == EINTR) continue;
     if (got <= 0) return kNoKey;
-    if (key == '\n' || key == '\r') continue;
+    if (key == '\x1b') SkipSequence();
+    if (key == '\n' || key == '\r' || key == '\x1b') continue;
     return key >= 'A' && key <= 'Z' ? static_cast<char>(key - 'A' + 'a') : key;
   }
 }
@@ -72,7 +90,8 @@ Selection NewPart(const Proposal& proposal, const std::string& field) {
   const Selection found = proposal.SearchSelection;
   const std::size_t found_end = std::min(found.start + found.length, proposal.SearchText.size());
   const std::string tail = proposal.SearchText.substr(found_end);
-  const bool same_tail = found.length > 0 && field.size() >= found.start + tail.size() && field.ends_with(tail);
+  const bool same_tail =
+      found.length > 0 && field.size() >= found.start + tail.size() && field.ends_with(tail);
   if (!same_tail) return proposal.ReplaceSelection;
   return {found.start, field.size() - found.start - tail.size()};
 }

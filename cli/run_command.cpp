@@ -35,23 +35,31 @@ int Refuse(const std::string& text) {
 }
 
 // The folder that the program was started in, by the path that the shell went by where it can be believed.
-std::string StartFolder() {
+// Fails when it is there no more.
+Status StartFolder(std::string& start) {
   struct stat by_name {};
   struct stat here {};
   const char* const name = std::getenv("PWD");
   if (name != nullptr && name[0] == kSeparator && AbsolutePath("/", name) == name &&
       stat(name, &by_name) == 0 && stat(".", &here) == 0 && by_name.st_dev == here.st_dev &&
       by_name.st_ino == here.st_ino) {
-    return name;
+    start = name;
+    return {};
   }
   const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
-  return folder == nullptr ? "/" : folder.get();
+  if (folder == nullptr || folder.get()[0] != kSeparator) return Status::System(ENOENT);
+  start = folder.get();
+  return {};
 }
 
 // The folder to walk, or the one file as the marked one.
 Status ChoosePlace(const std::string& given, RunOptions& options) {
   if (given.empty()) return Status::System(ENOENT);
-  const std::string path = AbsolutePath(StartFolder(), given);
+  std::string start;
+  if (given[0] != kSeparator) {
+    if (Status status = StartFolder(start); !status.ok()) return status;
+  }
+  const std::string path = AbsolutePath(start, given);
   struct stat info {};
   if (stat(path.c_str(), &info) != 0) return Status::System(errno);
   if (S_ISDIR(info.st_mode)) {
@@ -118,6 +126,27 @@ int Run(const Arguments& arguments, Answerer& answerer, Transcript& transcript) 
   return failed ? kExitFailure : ExitStatusOf(end, state, arguments.options.function);
 }
 
+bool IsSameFile(const std::string& a, const std::string& b) {
+  struct stat first {};
+  struct stat second {};
+  if (stat(a.c_str(), &first) != 0 || stat(b.c_str(), &second) != 0) return !a.empty() && a == b;
+  return S_ISREG(first.st_mode) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+// Refuses to write over what is read or written under another name.
+Status CheckApart(const Arguments& arguments) {
+  const std::string page =
+      arguments.options.MarkedOnly ? JoinPath(arguments.options.dirList, arguments.options.filList) : "";
+  const std::string* const read[] = {&page, &arguments.answers};
+  const std::string* const written[] = {&arguments.report, &arguments.transcript};
+  bool clash = IsSameFile(arguments.report, arguments.transcript);
+  for (const std::string* const input : read) {
+    for (const std::string* const output : written) clash = clash || IsSameFile(*input, *output);
+  }
+  return clash ? Status::Failure("report, transcript, answers and the page must be different files")
+               : Status();
+}
+
 // Everything that can be found wrong before the run is, and nothing is touched until then.
 int Start(Arguments& arguments) {
   const FunctionRow& function = RowOf(arguments.options.function);
@@ -131,6 +160,7 @@ int Start(Arguments& arguments) {
   if (Status status = MakeAnswerer(arguments, answerer); !status.ok()) {
     return Refuse(arguments.answers + ": " + status.reason());
   }
+  if (Status status = CheckApart(arguments); !status.ok()) return Refuse(status.reason());
   if (!arguments.report.empty()) {
     if (Status status = CheckWritable(arguments.report); !status.ok()) {
       return Refuse(arguments.report + ": " + status.reason());
@@ -156,8 +186,12 @@ int RunCommand(int argc, const char* const* argv) {
   ReserveStandardStreams();
   std::variant<Arguments, Farewell> parsed = ParseArguments(argc, argv);
   if (const auto* const farewell = std::get_if<Farewell>(&parsed)) {
-    (farewell->exit_status == 0 ? std::cout : std::cerr) << farewell->text << std::flush;
-    return farewell->exit_status;
+    if (farewell->exit_status != 0) {
+      std::cerr << farewell->text;
+      return farewell->exit_status;
+    }
+    const Status status = WriteTo(STDOUT_FILENO, farewell->text);
+    return status.ok() ? 0 : Refuse("standard output: " + status.reason());
   }
   try {
     return Start(std::get<Arguments>(parsed));

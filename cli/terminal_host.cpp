@@ -76,7 +76,7 @@ void TerminalHost::CountFile(const std::string& path) {
   progress_shown_ = true;
 }
 
-bool TerminalHost::HandleInput() {
+bool TerminalHost::CancelRequested() const {
   return Interrupted();
 }
 

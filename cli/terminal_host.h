@@ -28,7 +28,8 @@ class TerminalHost : public RunHost {
   void ShowActivity(std::string_view) override {}
   void ShowReport(const std::string&, const std::string&) override {}  // written when the run is over
   void ShowPage(const std::string&) override {}
-  bool HandleInput() override;
+  void HandleInput() override {}  // signals come in by themselves
+  bool CancelRequested() const override;
 
   /// Files and folders that could not be read or written.
   int failures() const { return failures_; }

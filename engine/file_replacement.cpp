@@ -1,6 +1,7 @@
 #include "engine/file_replacement.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/xattr.h>
 
 #include <algorithm>
@@ -53,6 +54,12 @@ Status CheckUnchanged(const Place& place, const FileStamp& stamp) {
   return {};
 }
 
+// Keeps other runs of this program from the page while it is replaced; not waited for.
+Status Lock(int file) {
+  if (flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return {};
+  return Status::Failure("The file is being changed by another program");
+}
+
 Status WriteAll(int file, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = write(file, bytes.data(), bytes.size());
@@ -103,9 +110,10 @@ class TemporaryFile {
     return {};
   }
 
-  void Remove() {
-    if (!name_.empty()) unlinkat(folder_, name_.c_str(), 0);
+  bool Remove() {
+    if (!name_.empty() && unlinkat(folder_, name_.c_str(), 0) != 0) return false;
     name_.clear();
+    return true;
   }
 
   // Leaves the file where it is, for the user to find, and tells its name.
@@ -181,10 +189,8 @@ Status TakeOver(int old_file, const struct stat& old_info, int new_file) {
   return {};
 }
 
-Status ReplaceByRename(const Place& place, int old_file, const struct stat& old_info, FileStamp& stamp,
-                       std::span<const std::string_view> pieces) {
-  TemporaryFile temporary(place.folder);
-  if (Status status = temporary.Create(); !status.ok()) return status;
+Status FillAndRename(TemporaryFile& temporary, const Place& place, int old_file, const struct stat& old_info,
+                     FileStamp& stamp, std::span<const std::string_view> pieces) {
   if (Status status = WriteAll(temporary.file(), pieces); !status.ok()) return status;
   if (Status status = TakeOver(old_file, old_info, temporary.file()); !status.ok()) return status;
   if (Status status = FlushFile(temporary.file()); !status.ok()) return status;
@@ -194,6 +200,18 @@ Status ReplaceByRename(const Place& place, int old_file, const struct stat& old_
   if (Status status = temporary.RenameTo(place.name); !status.ok()) return status;
   stamp = StampOf(new_info);
   return {};
+}
+
+Status ReplaceByRename(const Place& place, int old_file, const struct stat& old_info, FileStamp& stamp,
+                       std::span<const std::string_view> pieces) {
+  TemporaryFile temporary(place.folder);
+  if (Status status = temporary.Create(); !status.ok()) return status;
+  Status status = FillAndRename(temporary, place, old_file, old_info, stamp, pieces);
+  if (!status.ok() && !temporary.Remove()) {
+    // A folder that takes files but gives none away.
+    return Status::Failure(status.reason() + "; " + temporary.Keep() + " could not be removed");
+  }
+  return status;
 }
 
 Status CopyContent(int from, int to) {
@@ -219,7 +237,8 @@ Status OverwriteContent(int file, std::span<const std::string_view> pieces) {
   off_t total = 0;
   for (const std::string_view piece : pieces) total += static_cast<off_t>(piece.size());
   // Room for all of it first, so that a full disk is noticed before a byte has changed.
-  if (fallocate(file, FALLOC_FL_KEEP_SIZE, 0, std::max<off_t>(total, 1)) != 0 && errno != EOPNOTSUPP) {
+  if (fallocate(file, FALLOC_FL_KEEP_SIZE, 0, std::max<off_t>(total, 1)) != 0 && errno != EOPNOTSUPP &&
+      errno != ENOSYS) {
     return Status::System(errno);
   }
   if (lseek(file, 0, SEEK_SET) != 0) return Status::System(errno);
@@ -274,6 +293,7 @@ Status ReplaceFile(int folder, const std::string& name, FileStamp& stamp,
   if (!old_file.is_open()) return Status::System(errno);
   struct stat info {};
   if (fstat(old_file.get(), &info) != 0) return Status::System(errno);
+  if (Status status = Lock(old_file.get()); !status.ok()) return status;
   Status status = info.st_nlink > 1 ? ReplaceInPlace(place, old_file.get(), stamp, pieces)
                                     : ReplaceByRename(place, old_file.get(), info, stamp, pieces);
   if (status.ok() && place.own_folder.is_open()) status = FlushFile(place.folder);

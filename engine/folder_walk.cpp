@@ -1,6 +1,7 @@
 #include "engine/folder_walk.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -37,13 +38,14 @@ bool FolderWalk::WalkFolder(const std::string& NewPath) {
     const std::vector<std::string> subfolders = TakeNames(listing, EntryKind::kFolder);
     if (!subfolders.empty()) {
       if (WalkSubfolders(NewPath, subfolders)) return true;
-      if (run_.state.StopRequested) return false;
+      if (StopRequested()) return false;
       if (!run_.files.FolderIsUnchanged(NewPath, listing.stamp) && !List(NewPath, listing)) return false;
     }
     return ProcessFiles(NewPath, TakeNames(listing, EntryKind::kFile));
   } catch (const std::bad_alloc&) {
   } catch (const std::length_error&) {
   }
+  run_.host.TellFailure(run_.state.RunFile, Status::System(ENOMEM).reason());
   if (run_.options.MarkedOnly) return false;
   run_.host.Tell("Output text too long.\r\nAbandoning search...");
   return true;
@@ -57,9 +59,9 @@ void FolderWalk::ProcessMarkedFile() {
 }
 
 bool FolderWalk::WalkSubfolders(const std::string& folder, const std::vector<std::string>& names) {
-  for (std::size_t count = names.size(); count >= 1 && run_.state.SearchActive; --count) {
+  for (std::size_t count = names.size(); count >= 1 && !StopRequested() && run_.state.SearchActive; --count) {
     if (WalkFolder(JoinPath(folder, names[count - 1]))) return true;
-    if (run_.state.StopRequested) return false;
+    if (StopRequested()) return false;
   }
   return false;
 }
@@ -71,8 +73,8 @@ bool FolderWalk::ProcessFiles(const std::string& folder, const std::vector<std::
   bool abandoned = false;
   for (const std::string& name : names) {
     run_.state.RunFile = run_.state.FolderPrefix + name;
-    if (run_.host.HandleInput()) run_.state.Cancel();
-    abandoned = !run_.state.SearchActive;
+    run_.host.HandleInput();
+    abandoned = StopRequested() || !run_.state.SearchActive;
     if (abandoned || !ProcessFile()) break;
   }
   if (Status status = run_.files.FlushFolder(); !status.ok()) run_.host.TellFailure(folder, status.reason());
@@ -84,7 +86,13 @@ bool FolderWalk::ProcessFile() {
   if (Status status = worker_(run_); !status.ok()) {
     run_.host.TellFailure(run_.state.RunFile, status.reason());
   }
-  return !run_.state.StopRequested;
+  return !StopRequested();
+}
+
+// Whether the walk is to end, by the user's wish in a dialog or by Cancel.
+bool FolderWalk::StopRequested() {
+  if (run_.host.CancelRequested()) run_.state.Cancel();
+  return run_.state.StopRequested;
 }
 
 bool FolderWalk::List(const std::string& folder, Listing& listing) {

@@ -28,6 +28,7 @@ class FolderWalk {
   bool WalkSubfolders(const std::string& folder, const std::vector<std::string>& names);
   bool ProcessFiles(const std::string& folder, const std::vector<std::string>& names);
   bool ProcessFile();
+  bool StopRequested();
   struct Listing {
     std::vector<FolderEntry> entries;
     FileStamp stamp;

@@ -16,51 +16,6 @@ bool IsInert(char c) {
   return c != ' ' && !MayBeginBreak(c);
 }
 
-// The bytes that are compared with the phrase, while breaks in them turn into blanks one by one. For each
-// byte it knows where in the page the bytes end that became it.
-class Candidate {
- public:
-  explicit Candidate(std::string_view bytes) : bytes_(bytes), ends_(bytes.size()) {
-    for (std::size_t i = 0; i < ends_.size(); ++i) ends_[i] = i + 1;
-  }
-
-  const std::string& bytes() const { return bytes_; }
-
-  // Where the byte with number `index` (from 0) ends in the page.
-  std::size_t EndInPage(std::size_t index) const { return ends_[index]; }
-
-  // The position, from 1, of `text` at or after the position `from`; 0 when it is not there.
-  std::size_t Find(std::string_view text, std::size_t from) const {
-    const std::size_t at = bytes_.find(text, from - 1);
-    return at == std::string::npos ? 0 : at + 1;
-  }
-
-  // One blank in the place of the `length` bytes at `position`, counted from 1.
-  void PutBlank(std::size_t position, std::size_t length) {
-    const auto index = static_cast<std::ptrdiff_t>(position - 1);
-    const auto count = static_cast<std::ptrdiff_t>(length);
-    bytes_.replace(position - 1, length, 1, ' ');
-    ends_.erase(ends_.begin() + index, ends_.begin() + index + count - 1);
-  }
-
-  // Of every two blanks in a row the first is dropped, once from front to back: three blanks leave two.
-  void HalveDoubledBlanks() {
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < bytes_.size(); ++i) {
-      if (bytes_[i] == ' ' && i + 1 < bytes_.size() && bytes_[i + 1] == ' ') ++i;
-      bytes_[kept] = bytes_[i];
-      ends_[kept] = ends_[i];
-      ++kept;
-    }
-    bytes_.resize(kept);
-    ends_.resize(kept);
-  }
-
- private:
-  std::string bytes_;
-  std::vector<std::size_t> ends_;
-};
-
 // A byte that neither begins a break nor belongs to a run of blanks keeps its value and its place whatever is
 // done to the rest, as long as all before it do.
 bool IsSettled(std::string_view text, std::size_t at) {
@@ -95,6 +50,98 @@ bool IsDifferentBehindBreak(std::string_view phrase, std::string_view text, std:
   return rest.size() > next && IsInert(rest[next]) && rest[next] != phrase[at + 1];
 }
 
+// The bytes that are compared with the phrase, while breaks in them turn into blanks one by one. What is
+// settled and equal is dropped from the front, so that a break costs no more than what lies before it. For
+// each byte it knows where in the page the bytes end that became it. Positions count from 1 and include what
+// was dropped.
+class Candidate {
+ public:
+  Candidate(std::string_view phrase, std::string_view bytes)
+      : phrase_(phrase),
+        bytes_(bytes),
+        ends_(bytes.size()),
+        doubled_(bytes.find("  ") != std::string_view::npos) {
+    for (std::size_t i = 0; i < ends_.size(); ++i) ends_[i] = i + 1;
+  }
+
+  PlainComparison Compare() {
+    const std::size_t settled = SettledAndEqual(phrase_, Rest());
+    phrase_.remove_prefix(settled);
+    dropped_ += settled;
+    front_ += settled;
+    return ComparePlain(phrase_, Rest());
+  }
+
+  // Where the phrase ends in the page, after Compare found it equal.
+  std::size_t EndInPage() const { return ends_[front_ + phrase_.size() - 1]; }
+
+  // The position of `text` at or after `from`; 0 when it is not there.
+  std::size_t Find(std::string_view text, std::size_t from) const {
+    const std::size_t at = Rest().find(text, std::max(from, dropped_ + 1) - dropped_ - 1);
+    return at == std::string_view::npos ? 0 : dropped_ + at + 1;
+  }
+
+  // One blank in the place of the `length` bytes at `position`; then, of every two blanks in a row the first
+  // is dropped, once from front to back: three blanks leave two.
+  void PutBlank(std::size_t position, std::size_t length) {
+    const std::size_t blank = front_ + (position - dropped_ - 1) + (length - 1);
+    ShiftFront(blank - (length - 1), length - 1);
+    bytes_[blank] = ' ';
+    if (doubled_) {
+      HalveAll();
+    } else {
+      HalveRun(blank);
+    }
+  }
+
+ private:
+  std::string_view Rest() const { return std::string_view(bytes_).substr(front_); }
+
+  // Moves what lies between the front and `end` to the back by `count`.
+  void ShiftFront(std::size_t end, std::size_t count) {
+    std::copy_backward(bytes_.begin() + Offset(front_), bytes_.begin() + Offset(end),
+                       bytes_.begin() + Offset(end + count));
+    std::copy_backward(ends_.begin() + Offset(front_), ends_.begin() + Offset(end),
+                       ends_.begin() + Offset(end + count));
+    front_ += count;
+  }
+
+  void HalveAll() {
+    doubled_ = false;
+    std::size_t kept = front_;
+    for (std::size_t i = front_; i < bytes_.size(); ++i) {
+      if (bytes_[i] == ' ' && i + 1 < bytes_.size() && bytes_[i + 1] == ' ') ++i;
+      doubled_ = doubled_ || (bytes_[i] == ' ' && kept > front_ && bytes_[kept - 1] == ' ');
+      bytes_[kept] = bytes_[i];
+      ends_[kept] = ends_[i];
+      ++kept;
+    }
+    bytes_.resize(kept);
+    ends_.resize(kept);
+  }
+
+  // The blank at `at` and its neighbours, at most one on each side, are the only run there is.
+  void HalveRun(std::size_t at) {
+    const bool before = at > front_ && bytes_[at - 1] == ' ';
+    const bool behind = at + 1 < bytes_.size() && bytes_[at + 1] == ' ';
+    if (before) {
+      ShiftFront(at - 1, 1);
+      doubled_ = behind;
+    } else if (behind) {
+      ShiftFront(at, 1);
+    }
+  }
+
+  static std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
+
+  std::string_view phrase_;  // what of it is still to be compared
+  std::string bytes_;
+  std::vector<std::size_t> ends_;
+  std::size_t front_ = 0;    // where in bytes_ the candidate begins
+  std::size_t dropped_ = 0;  // bytes that were settled and equal
+  bool doubled_;             // whether there may be two blanks in a row
+};
+
 PhraseMatch Accept(std::string_view covered, std::string_view line_end) {
   const std::size_t at = std::min(covered.find(line_end), covered.find(kNbsp));
   return {covered.size(), at == std::string_view::npos ? 0 : at + 1};
@@ -122,19 +169,17 @@ std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view
                                        std::string_view line_end) {
   if (window.starts_with(phrase)) return Accept(window.substr(0, phrase.size()), line_end);
   const bool entity_is_blank = phrase.find(kNbsp) == std::string_view::npos;
-  Candidate candidate(window);
+  Candidate candidate(phrase, window);
   for (std::size_t p = 0;;) {
     const std::size_t line_at = candidate.Find(line_end, p + 1);
     const std::size_t entity_at = entity_is_blank ? candidate.Find(kNbsp, p + 1) : 0;
     const std::size_t q = LeastPositive(line_at, entity_at, 0);
     if (q == 0) return std::nullopt;
     candidate.PutBlank(q, q == line_at ? line_end.size() : kNbsp.size());
-    candidate.HalveDoubledBlanks();
     p = q;
-    const PlainComparison comparison = ComparePlain(phrase, candidate.bytes());
-    if (comparison == PlainComparison::kEqual) {
-      return Accept(window.substr(0, candidate.EndInPage(phrase.size() - 1)), line_end);
-    }
+    const PlainComparison comparison = candidate.Compare();
+    if (comparison == PlainComparison::kEqual)
+      return Accept(window.substr(0, candidate.EndInPage()), line_end);
     if (comparison == PlainComparison::kDifferent) return std::nullopt;
   }
 }

@@ -1,6 +1,7 @@
 #ifndef TESSARIL_ENGINE_RUN_H_
 #define TESSARIL_ENGINE_RUN_H_
 
+#include <cstddef>
 #include <string>
 
 #include "engine/byte_buffer.h"
@@ -38,6 +39,7 @@ struct RunState {
   std::string ReportTitle;
   std::string SavedSearchText;  // the texts as the user typed them
   std::string SavedReplaceText;
+  std::size_t RoomForEnd = 0;  // bytes that the finished report needs besides the findings
   bool SearchActive = false;
   bool StopRequested = false;
 

@@ -72,8 +72,11 @@ class RunHost {
   /// The finished HTML page of a function that makes one.
   virtual void ShowPage(const std::string& page) = 0;
 
-  /// Lets pending input of the user be handled; true when Cancel has been pressed.
-  virtual bool HandleInput() = 0;
+  /// Lets pending input of the user be handled.
+  virtual void HandleInput() = 0;
+
+  /// Whether Cancel has been pressed in this run.
+  virtual bool CancelRequested() const = 0;
 };
 
 }  // namespace tessaril

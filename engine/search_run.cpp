@@ -47,6 +47,8 @@ RunEnd SearchRun(Files& files, RunHost& host, const RunOptions& options, RunStat
   const std::string header = MakeHeader(options, {state.SavedSearchText, state.SavedReplaceText},
                                         {options.SearchTekst, options.ReplaceText});
   Reset(state);
+  constexpr std::size_t kRoomForStopLines = 8192;  // the path of a file is the long part of them
+  state.RoomForEnd = header.size() + kRoomForStopLines;
   const FunctionRow& function = RowOf(options.function);
   RunContext run{files, host, options, state, {}};
   FolderWalk(run, function.worker).WalkFolder(options.dirList);

@@ -209,12 +209,16 @@ Status Erstat(const std::string& S, const std::string& R, const std::string& F, 
   PageSearch search(F, page, run);
   if (!search.Prepare(S, R)) return {};
   search.Run();
+  if (!search.hit()) return {};
+  RunState& state = run.state;
+  std::string header;
+  if (!run.options.MarkedOnly) AppendFileHeader(F, header);
+  // Memory for all that is to be said of a page comes first: no page is changed that the report is silent of.
+  state.Results.reserve(state.Results.size() + header.size() + search.report().size() + state.RoomForEnd);
   if (search.changed()) {
     if (Status status = run.files.ReplaceContent(F, stamp, page.Pieces()); !status.ok()) return status;
   }
-  if (!search.hit()) return {};
-  RunState& state = run.state;
-  if (!run.options.MarkedOnly) AppendFileHeader(F, state.Results);
+  state.Results += header;
   state.Results += search.report();
   state.ReportTitle = "Search results";
   run.host.ShowReport(state.Results, state.ReportTitle);

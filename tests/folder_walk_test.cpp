@@ -73,6 +73,24 @@ TEST_F(Walk, EndsOnCancelBeforeTheNextFile) {
   EXPECT_TRUE(state.StopRequested);
 }
 
+TEST_F(Walk, EndsOnCancelThoughNoFileFollows) {
+  files.contents = {{"/s/x/c.htm", "hit"}, {"/s/n.txt", ""}};
+  host.on_file = [this](const std::string&) { host.cancel_at = 1; };  // during the last file
+  EXPECT_FALSE(Run("/s"));
+  EXPECT_EQ(host.files, Paths{"/s/x/c.htm"});
+  EXPECT_TRUE(state.StopRequested);
+}
+
+TEST_F(Walk, TakesTheFilesOfAFolderWhenTheyAreStarted) {
+  files.contents = {{"/s/a.htm", ""}, {"/s/x/c.htm", ""}};
+  host.on_file = [this](const std::string&) {
+    files.contents.erase("/s/a.htm");
+    files.contents["/s/b.htm"] = "";
+  };
+  EXPECT_FALSE(Run("/s"));
+  EXPECT_EQ(host.files, (Paths{"/s/x/c.htm", "/s/b.htm"}));
+}
+
 TEST_F(Walk, EndsBehindTheFileInWhichTheUserStops) {
   files.contents = {{"/s/a.htm", "hit"}, {"/s/x/c.htm", "hit"}, {"/s/x/y/d.htm", "hit"}};
   options.ShowEach = true;
@@ -101,6 +119,7 @@ TEST_F(Walk, GivesUpWhenTheReportCannotGrow) {
   };
   EXPECT_TRUE(Run("/s"));
   EXPECT_EQ(host.messages, Paths{"Output text too long.\r\nAbandoning search..."});
+  EXPECT_EQ(host.failures, Paths{"/s/x/c.htm: Cannot allocate memory"});
   EXPECT_EQ(host.files.back(), "/s/x/c.htm");
   options.MarkedOnly = true;
   options.filList = "c.htm";

@@ -84,11 +84,16 @@ TEST(PageText, KnowsLineEndsAndCharactersOfThePageAsRead) {
   EXPECT_EQ(page.CharacterAtOrAfter(7), 8U);
   EXPECT_EQ(page.CharacterAtOrBefore(5), 5U);
   EXPECT_EQ(page.CharacterAtOrAfter(9), 9U);
-  page.Replace(0, 5, "\xAC");  // a stray byte is a character by itself
-  EXPECT_EQ(page.LineEnd(), "\r\n");
-  EXPECT_EQ(page.Encoding(), PageEncoding::kUtf8);
-  EXPECT_EQ(page.CharacterAtOrBefore(0), 0U);
-  EXPECT_EQ(page.CharacterAtOrAfter(2), 4U);
+  Fill(buffer, "a\r\n\xC3\xA9");
+  PageText edited(buffer);
+  edited.Replace(0, 5, "\xE9\n");  // what the page was as read counts, whoever asks first
+  EXPECT_EQ(edited.LineEnd(), "\r\n");
+  EXPECT_EQ(edited.Encoding(), PageEncoding::kUtf8);
+  Fill(buffer, "a\nb\r\n\xE2\x82\xAC.");
+  PageText stray(buffer);
+  stray.Replace(0, 5, "\xAC");  // a stray byte is a character by itself
+  EXPECT_EQ(stray.CharacterAtOrBefore(0), 0U);
+  EXPECT_EQ(stray.CharacterAtOrAfter(2), 4U);
 }
 
 TEST(PageText, TurnsEnteredCharactersIntoThePagesBytes) {

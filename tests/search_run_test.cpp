@@ -89,6 +89,25 @@ TEST(SearchRun, SaysWhereItWasStopped) {
       << state.Results;
 }
 
+TEST(SearchRun, StartsAfresh) {
+  MemoryFiles files;
+  files.contents = {{"/s/a.htm", "hit"}};
+  ScriptHost host;
+  host.answers = {{kStop, ""}};
+  RunState state;
+  RunOptions options = OptionsFor(Function::kReplace);
+  options.ShowEach = true;
+  SearchRun(files, host, options, state);
+  EXPECT_TRUE(state.StopRequested);
+  state.UnlinkedList = "\r\nU /s/old.htm";
+  EXPECT_TRUE(SearchRun(files, host, options, state).started);
+  EXPECT_FALSE(state.StopRequested);
+  EXPECT_EQ(state.UnlinkedList, "");
+  EXPECT_EQ(state.SavedReplaceText, "new");
+  EXPECT_EQ(state.Results.find("Stopped"), std::string::npos);
+  EXPECT_EQ(state.Results.find("In \"/s\""), state.Results.rfind("In \"/s\""));
+}
+
 TEST(RunReport, HasAHeadingForEachFunction) {
   const auto header = [](RunOptions options, const SearchedTexts& searched) {
     return MakeHeader(options, {"hit", "new"}, searched);
@@ -123,6 +142,11 @@ TEST(RunReport, ListsTheUnlinkedFiles) {
   const std::string rule(50, '=');
   EXPECT_EQ(state.Results, "head" + std::string(40, 'x') + "\r\n\r\n\r\n" + rule +
                                "\r\nUnlinked files:\r\n     /s/a.htm\r\n     /s/Up.htm");
+  state.Results = std::string(40, 'x');
+  state.StopRequested = true;
+  FinishReport("head", options, state);
+  EXPECT_EQ(state.Results.find("Unlinked"), std::string::npos);
+  state.StopRequested = false;
   state.Results.clear();
   options.MarkedOnly = true;
   FinishReport("head", options, state);

@@ -56,6 +56,10 @@ TEST_F(TextSearch, FindsAndReplaces) {
   EXPECT_EQ(Replace("ab", "xa", "abbb"), "xxxa");     // what is left and what follows may meet
   EXPECT_EQ(Replace("a", "bA", "a"), "bA");
   EXPECT_EQ(Replace("foo bar", "x y", "foo\r\nbar"), "x y");
+  for (const bool within : {true, false}) {  // a break must lie in the 107 bytes from the key on
+    const std::string page = "foo  bar" + std::string(within ? 97 : 98, '.') + "\r\n";
+    EXPECT_EQ(CountFound("foo bar", page), within ? 1U : 0U);
+  }
   EXPECT_EQ(Replace("x", "yy", std::string("\0x\0x", 4)), std::string("\0yy\0yy", 6));
   options.ULcase = true;
   EXPECT_EQ(CountFound("Foo", "foo FOO"), 0U);
@@ -156,8 +160,15 @@ TEST_F(TextSearch, SaysNothingOfAPageThatCouldNotBeWritten) {
   EXPECT_TRUE(host.shown.empty());
 }
 
-// Each hit a change: the cost follows the text, so this ends soon, and would not if it were rebuilt each
-// time.
+TEST_F(TextSearch, TakesTheOptionsOfTheMoment) {
+  options.ShowEach = true;
+  host.on_proposal = [this] {
+    options.ULcase = true;
+    options.ShowEach = host.proposals.size() < 2;
+  };
+  EXPECT_EQ(Replace("a", "b", "a A a a"), "a A a b");
+}
+
 TEST_F(TextSearch, CopesWithHitsWithoutNumber) {
   std::string page;
   for (int i = 0; i < 300000; ++i) page += "hit ";

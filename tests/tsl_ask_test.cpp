@@ -15,8 +15,9 @@ TEST(TslAsk, AnswersWithOneKeyEach) {
   setenv("EDITOR", ("sh " + scratch / "editor").c_str(), 1);
   unsetenv("VISUAL");
   setenv("NO_COLOR", "1", 1);
-  const ProgramEnd end = RunTslOnTerminal(
-      {"replace", "hit", "new", scratch / "a.htm", "--ask", "--report", "/dev/null"}, "rkerq");
+  const ProgramEnd end =
+      RunTslOnTerminal({"replace", "hit", "new", scratch / "a.htm", "--ask", "--report", "/dev/null"},
+                       {"r", "k", "e", "r", "q"});
   EXPECT_EQ(end.status, 3);
   EXPECT_EQ(scratch.Read("a.htm"), "1 new \x1b[2J\xE9\n2 hit 3 \xE9&#269;! 4 hit");
   EXPECT_NE(end.out.find("1 >>>hit<<< \\x1B[2J\xC3\xA9\r\n2 hit"), std::string::npos) << end.out;
@@ -26,7 +27,7 @@ TEST(TslAsk, AnswersWithOneKeyEach) {
   unsetenv("NO_COLOR");
   setenv("TERM", "xterm", 1);
   const ProgramEnd colours =
-      RunTslOnTerminal({"search", "new", scratch / "a.htm", "--ask", "--report", "/dev/null"}, "n");
+      RunTslOnTerminal({"search", "new", scratch / "a.htm", "--ask", "--report", "/dev/null"}, {"n"});
   EXPECT_EQ(colours.status, 0);
   EXPECT_NE(colours.out.find("\x1b[31"), std::string::npos);
 }
@@ -34,12 +35,19 @@ TEST(TslAsk, AnswersWithOneKeyEach) {
 TEST(TslAsk, TakesCtrlCForStopAndQuestionsForQuestions) {
   ScratchFolder scratch;
   scratch.Write("a.htm", "hit");
-  EXPECT_EQ(RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask"}, "\x03").status, 3);
+  EXPECT_EQ(RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask"}, {"\x03"}).status, 3);
+  // F3, an arrow and a function key with a modifier hold the letters of answers.
   EXPECT_EQ(
-      RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, "c").status, 3);
+      RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask"}, {"\x1bOR\x1b[C\x1b[1;5Rk"}).status,
+      0);
   EXPECT_EQ(scratch.Read("a.htm"), "hit");
   EXPECT_EQ(
-      RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, "or").status,
+      RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, {"c"}).status,
+      3);
+  EXPECT_EQ(scratch.Read("a.htm"), "hit");
+  EXPECT_EQ(
+      RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, {"o", "r"})
+          .status,
       0);
   EXPECT_EQ(scratch.Read("a.htm"), "new");
 }

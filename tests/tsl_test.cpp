@@ -78,9 +78,16 @@ TEST_F(Tsl, ChangesFilesOnlyWhenTold) {
   scratch.Write("a.htm", "hit hit");
   EXPECT_EQ(RunTsl({"replace", "hit", "new", scratch / "a.htm", "--yes"}).status, 0);
   EXPECT_EQ(scratch.Read("a.htm"), "new new");
+  scratch.Write("a.htm", "foo\r\nbar");  // unasked, the blank stays one
+  EXPECT_EQ(RunTsl({"replace", "foo bar", "x y", scratch / "a.htm", "--yes"}).status, 0);
+  EXPECT_EQ(scratch.Read("a.htm"), "x y");
 }
 
 TEST_F(Tsl, TakesAnswersFromAFileAndNotesThem) {
+  scratch.Write("a.htm", "1 hit 2 hit");
+  scratch.Write("answers", "replace");
+  EXPECT_EQ(RunTsl({"replace", "hit", "new", scratch / "a.htm", "--answers", scratch / "answers"}).status, 0);
+  EXPECT_EQ(scratch.Read("a.htm"), "1 new 2 hit");  // after the last line: keep
   scratch.Write("a.htm", "1 hit 2 hit 3 hit \xE9 4 hit 5 hit");
   scratch.Write("answers", "replace\r\nkeep x\\x00\\\\\nreplace 1 new\\tY\n");
   const ProgramEnd end = RunTsl({"replace", "hit", "new", scratch / "a.htm", "--answers", scratch / "answers",
@@ -160,6 +167,8 @@ TEST_F(Tsl, AsksBeforeTheWalkWhereThereIsSomebodyToAsk) {
   EXPECT_EQ(end.out, "");
   EXPECT_EQ(scratch.Read("t"), asked + "cancel\"}\n");
   EXPECT_EQ(scratch.Read("a.css"), "hit");
+  scratch.Write("answers", "ok now\n");
+  EXPECT_EQ(run({"--answers", scratch / "answers"}).status, 2);
   scratch.Write("answers", "ok\nreplace\n");
   EXPECT_EQ(run({"--answers", scratch / "answers"}).status, 0);
   EXPECT_EQ(scratch.Read("a.css"), "new");
@@ -196,25 +205,38 @@ TEST_F(Tsl, RefusesWrongCommandLinesAndTouchesNothing) {
       {"search", "-x", page},
       {"search", "hit", page, "--transcript"},
       {"links", page},
+      {"search", "hit", page, "\x1b[2J\n"},
+      {"search", "hit", page, "--answers", scratch / "r"},
   };
   for (Words row : rows) {
     row.insert(row.begin() + 1, {"--report", scratch / "r", "--transcript", scratch / "t"});
     const ProgramEnd end = RunTsl(row);
     EXPECT_EQ(end.status, 2) << row.back();
     EXPECT_TRUE(end.err.starts_with("tsl: ")) << end.err;
+    EXPECT_EQ(end.err.find('\x1b'), std::string::npos);
     EXPECT_EQ(end.out, "");
   }
   EXPECT_EQ(RunTsl({"search", "hit", page, "--report", folder}).err, "tsl: " + folder + ": Is a directory\n");
+  EXPECT_EQ(RunTsl({"search", "hit", page, "--report", page}).status, 2);
+  EXPECT_EQ(RunTsl({"search", "hit", page, "--report", scratch / "n", "--transcript", scratch / "n"}).status,
+            2);
   EXPECT_EQ(RunTsl({}).status, 2);
+  const ProgramEnd nowhere = RunTsl({"search", "hit", "."}, [this] {
+    const std::string gone = scratch / "gone";
+    if (mkdir(gone.c_str(), 0700) != 0 || chdir(gone.c_str()) != 0 || rmdir(gone.c_str()) != 0) _exit(99);
+  });
+  EXPECT_EQ(nowhere.status, 2);
+  EXPECT_EQ(nowhere.err, "tsl: .: No such file or directory\n");
   EXPECT_EQ(scratch.Read("t"), "old transcript");
   EXPECT_EQ(scratch.Read("r"), "old report");
 }
 
 TEST_F(Tsl, TakesTextsAndPathsAsTheyAre) {
-  scratch.Write("a.htm", "-x links \xE9 --");
+  scratch.Write("a.htm", "-x links \xE9 -- ++");
   const std::string page = scratch / "a.htm";
   EXPECT_EQ(RunTsl({"search", "--", "-x", page}).status, 0);
   EXPECT_EQ(RunTsl({"search", "links", page}).status, 0);
+  EXPECT_EQ(RunTsl({"search", "++", page}).status, 0);
   EXPECT_EQ(RunTsl({"search", "\xE9", page}).status, 0);
   EXPECT_EQ(RunTsl({"search", "\xC3\xA9", page}).status, 0);
   EXPECT_EQ(RunTsl({"search", "", page}).status, 1);
@@ -289,10 +311,12 @@ TEST_F(Tsl, RespectsPermissions) {
 }
 
 TEST_F(Tsl, WalksDeepTreesAndPassesLoopsOver) {
-  fs::create_symlink("loop.htm", scratch / "loop.htm");
-  fs::create_symlink("..", scratch / "up");
+  scratch.Write("beside.htm", "hit");
+  fs::create_directory(scratch / "site");
+  fs::create_symlink("loop.htm", scratch / "site/loop.htm");
+  fs::create_symlink("..", scratch / "site/up");
   const fs::path start = fs::current_path();
-  fs::current_path(folder);
+  fs::current_path(scratch / "site");
   constexpr int kDepth = 500;
   for (int i = 0; i < kDepth; ++i) {
     fs::create_directory("a_long_name");
@@ -300,8 +324,9 @@ TEST_F(Tsl, WalksDeepTreesAndPassesLoopsOver) {
   }
   fs::create_symlink("../a_long_name/page.htm", "link.htm");
   { std::ofstream("page.htm") << "hit"; }
-  const ProgramEnd end = RunTsl({"replace", "hit", "new", folder, "--yes"});
+  const ProgramEnd end = RunTsl({"replace", "hit", "new", scratch / "site", "--yes"});
   EXPECT_EQ(end.status, 0) << end.err;
+  EXPECT_EQ(scratch.Read("beside.htm"), "hit");
   std::string content;
   std::ifstream("page.htm") >> content;
   EXPECT_EQ(content, "new");
@@ -321,6 +346,23 @@ TEST_F(Tsl, NeedsLessThanThreeTimesALargeFile) {
   const ProgramEnd end = RunTsl({"replace", "hit", "longer", folder, "--yes"}, limited);
   EXPECT_EQ(end.status, 0) << end.err;
   EXPECT_EQ(scratch.Read("a.htm").size(), kSize + 3);
+}
+
+// The report of so many hits does not fit: no page is changed that the report is silent of.
+TEST_F(Tsl, ChangesNoPageThatItHasNoMemoryToReport) {
+  std::string page;
+  for (int i = 0; i < 400000; ++i) page += "foo  x\r\n";
+  for (const rlim_t megabytes : {110, 125, 140, 155, 170}) {
+    scratch.Write("a.htm", page);
+    const auto limited = [megabytes] {
+      const rlimit limit{megabytes << 20, megabytes << 20};
+      setrlimit(RLIMIT_AS, &limit);
+    };
+    const ProgramEnd end = RunTsl({"replace", "foo", "foobar", folder, "--yes"}, limited);
+    const bool changed = scratch.Read("a.htm") != page;
+    EXPECT_EQ(changed, end.out.find("*** Changed:") != std::string::npos) << megabytes;
+    EXPECT_EQ(end.status, changed ? 0 : 2) << megabytes << end.err;
+  }
 }
 #endif
 

@@ -1,5 +1,6 @@
 #include "tests/support/memory_files.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include "engine/paths.h"
@@ -22,6 +23,7 @@ Status MemoryFiles::ListFolder(const std::string& folder, std::vector<FolderEntr
     }
   }
   for (const std::string& name : folders) entries.push_back({name, EntryKind::kFolder});
+  std::reverse(entries.begin(), entries.end());  // whoever needs an order makes it
   return {};
 }
 

@@ -63,7 +63,7 @@ ProgramEnd RunTsl(const Words& arguments, const std::function<void()>& prepare) 
   return end;
 }
 
-ProgramEnd RunTslOnTerminal(const Words& arguments, const std::string& keys) {
+ProgramEnd RunTslOnTerminal(const Words& arguments, const Words& keys) {
   int terminal = -1;
   const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
   if (child == 0) Become(arguments);
@@ -78,7 +78,8 @@ ProgramEnd RunTslOnTerminal(const Words& arguments, const std::string& keys) {
       kill(child, SIGKILL);  // it asks more than the test answers
       continue;
     }
-    if (write(terminal, &keys[pressed++], 1) != 1) break;
+    const std::string& key = keys[pressed++];
+    if (write(terminal, key.data(), key.size()) != static_cast<ssize_t>(key.size())) break;
   }
   end.status = Wait(child);
   close(terminal);

@@ -19,9 +19,9 @@ using Words = std::vector<std::string>;
 /// Runs `tsl` with these arguments and nothing to read. `prepare` is called in the new process first.
 ProgramEnd RunTsl(const Words& arguments, const std::function<void()>& prepare = {});
 
-/// Runs `tsl` on a terminal and presses `keys` one by one, each when the program waits for one. What the
-/// terminal shows is in `out`.
-ProgramEnd RunTslOnTerminal(const Words& arguments, const std::string& keys);
+/// Runs `tsl` on a terminal and presses `keys` one by one (an entry may hold several, pressed at once), each
+/// when the program waits for one. What the terminal shows is in `out`.
+ProgramEnd RunTslOnTerminal(const Words& arguments, const Words& keys);
 
 }  // namespace tessaril
 

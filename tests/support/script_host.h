@@ -18,6 +18,7 @@ class ScriptHost : public RunHost {
   std::deque<bool> replies;
   int cancel_at = 0;  // Cancel is pressed at this call for input, counted from 1; 0 for never
   std::function<void(const std::string& path)> on_file;
+  std::function<void()> on_proposal;
 
   std::vector<Proposal> proposals;
   std::vector<std::string> questions;
@@ -28,6 +29,7 @@ class ScriptHost : public RunHost {
 
   ProposalAnswer Propose(const Proposal& proposal) override {
     proposals.push_back(proposal);
+    if (on_proposal) on_proposal();
     if (answers.empty()) return {};
     ProposalAnswer answer = answers.front();
     answers.pop_front();
@@ -51,7 +53,8 @@ class ScriptHost : public RunHost {
   void ShowActivity(std::string_view) override {}
   void ShowReport(const std::string&, const std::string& title) override { shown.push_back(title); }
   void ShowPage(const std::string&) override { shown.emplace_back("page"); }
-  bool HandleInput() override { return ++input_calls_ == cancel_at; }
+  void HandleInput() override { ++input_calls_; }
+  bool CancelRequested() const override { return cancel_at > 0 && input_calls_ >= cancel_at; }
 
  private:
   int input_calls_ = 0;
