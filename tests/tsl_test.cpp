@@ -20,10 +20,6 @@ namespace fs = std::filesystem;
 
 class Tsl : public testing::Test {
  protected:
-  // The report of a search for "hit" in `path`, in which `entries` were found.
-  static std::string Report(const std::string& head, const std::string& findings) {
-    return head + findings + "\r\n";
-  }
   std::string Block(const std::string& name, const std::string& entries) const {
     const std::string rule(80, '-');
     return "\r\n\r\n" + rule + "\r\n" + scratch / name + "\r\n" + rule + entries;
