@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <map>
+#include <optional>
 
 #include "cli/console_text.h"
 #include "cli/help.h"
@@ -22,11 +23,38 @@ struct Found {
   bool Has(std::string_view name) const { return switches.at(name); }
 };
 
+// What holds where the command line says nothing.
+Found Defaults() {
+  Found found;
+  for (const OptionRow& option : AllOptions()) {
+    if (option.value.empty()) {
+      found.switches[option.name] = false;
+    } else {
+      found.values[option.name].clear();
+    }
+  }
+  const RunOptions defaults;
+  found.values["--filter"] = defaults.cboSearchSpec;
+  found.values["--cgi-name"] = defaults.CGIname;
+  return found;
+}
+
+// The parser would take a "++" for itself; with a byte behind it that no argument can hold it does not.
+const std::string kPlus("++", 2);
+const std::string kProtectedPlus("++", 3);
+
+// The words in the order that the parser asks for, the last one first.
+std::vector<std::string> Protected(std::vector<std::string> words) {
+  std::replace(words.begin(), words.end(), kPlus, kProtectedPlus);
+  std::reverse(words.begin(), words.end());
+  return words;
+}
+
 std::string NotEmpty(const std::string& value) {
   return value.empty() ? "must not be empty" : "";
 }
 
-void AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
+CLI::App* AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
   CLI::App* const command = app.add_subcommand(std::string(row.command), std::string(row.summary));
   command->set_help_flag();
   if (row.function == Function::kSearch || row.function == Function::kReplace) {
@@ -45,10 +73,25 @@ void AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
       if (option.name != "--cgi-name") added->check(NotEmpty, "");
     }
   }
+  return command;
 }
 
 Farewell Refuse(const std::string& reason) {
   return {"tsl: " + reason + "\nTry 'tsl --help'.\n", 2};
+}
+
+// Help and version, wherever they stand among the options, and a wrong command.
+std::optional<Farewell> AnsweredAtOnce(const std::vector<std::string>& words) {
+  const auto end = std::find(words.begin(), words.end(), "--");
+  const auto has = [&](const char* option) { return std::find(words.begin(), end, option) != end; };
+  if (has("--help")) return Farewell{HelpText(words[0]), 0};
+  if (has("--version")) return Farewell{VersionText(), 0};
+  if (words.empty()) return Refuse("a command is missing");
+  const auto is_first_word = [&words](const FunctionRow& row) { return row.command == words[0]; };
+  if (words[0].empty() || std::ranges::none_of(AllFunctions(), is_first_word)) {
+    return Refuse("unknown command: " + OneLine(words[0]));
+  }
+  return std::nullopt;
 }
 
 // The mode and what it means for `ShowEach`; nothing when more than one is named.
@@ -120,54 +163,23 @@ std::string_view PositionalsOf(Function function) {
 }
 
 std::variant<Arguments, Farewell> ParseArguments(int argc, const char* const* argv) {
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  if (const std::optional<Farewell> farewell = AnsweredAtOnce(words)) return *farewell;
   CLI::App app;
   app.set_help_flag();
   app.require_subcommand(1);
-  bool help = false;
-  bool version = false;
-  Found found;
-  for (const OptionRow& option : AllOptions()) {
-    if (option.value.empty()) {
-      found.switches[option.name] = false;
-    } else {
-      found.values[option.name];
-    }
-  }
-  const RunOptions defaults;
-  found.values["--filter"] = defaults.cboSearchSpec;
-  found.values["--cgi-name"] = defaults.CGIname;
+  Found found = Defaults();
   std::map<const CLI::App*, Function> commands;
   for (const FunctionRow& row : AllFunctions()) {
-    if (row.command.empty()) continue;
-    AddCommand(app, row, found);
-    commands[app.get_subcommand(std::string(row.command))] = row.function;
+    if (!row.command.empty()) commands[AddCommand(app, row, found)] = row.function;
   }
-  // Help and version are answered before anything else is looked at, wherever they stand among the options.
-  for (int i = 1; i < argc && std::string_view(argv[i]) != "--"; ++i) {
-    help = help || std::string_view(argv[i]) == "--help";
-    version = version || std::string_view(argv[i]) == "--version";
-  }
-  if (help) return Farewell{HelpText(argc > 1 ? argv[1] : ""), 0};
-  if (version) return Farewell{VersionText(), 0};
-  if (argc < 2) return Refuse("a command is missing");
-  const auto is_first_word = [first = std::string_view(argv[1])](const FunctionRow& row) {
-    return !row.command.empty() && row.command == first;
-  };
-  if (std::ranges::none_of(AllFunctions(), is_first_word))
-    return Refuse("unknown command: " + OneLine(argv[1]));
-  // The parser would take a "++" for itself; with a byte behind it that no argument can hold it does not.
-  const std::string plus_plus("++", 2);
-  const std::string protected_plus("++", 3);
-  std::vector<std::string> words(argv + 1, argv + argc);
-  std::replace(words.begin(), words.end(), plus_plus, protected_plus);
-  std::reverse(words.begin(), words.end());  // the order that the parser asks for
   try {
-    app.parse(words);
+    app.parse(Protected(words));
   } catch (const CLI::ParseError& error) {
     return Refuse(OneLine(error.what()));
   }
   for (std::string* const word : {&found.text, &found.new_text, &found.path}) {
-    if (*word == protected_plus) *word = plus_plus;
+    if (*word == kProtectedPlus) *word = kPlus;
   }
   return Understand(found, commands.at(app.get_subcommands().front()));
 }
