@@ -12,11 +12,16 @@
 namespace tessaril {
 namespace {
 
-[[noreturn]] void Become(const Words& arguments) {
+// Opened before a test changes what the new process may do: another user may have no way to the build folder.
+int OpenProgram() {
+  return open(TSL_PROGRAM, O_PATH | O_CLOEXEC);
+}
+
+[[noreturn]] void Become(int program, const Words& arguments) {
   std::vector<char*> words{const_cast<char*>(TSL_PROGRAM)};
   for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
   words.push_back(nullptr);
-  execv(TSL_PROGRAM, words.data());
+  fexecve(program, words.data(), environ);
   _exit(127);
 }
 
@@ -45,8 +50,9 @@ ProgramEnd RunTsl(const Words& arguments, const std::function<void()>& prepare) 
     dup2(out[1], STDOUT_FILENO);
     dup2(err[1], STDERR_FILENO);
     for (const int end : {out[0], out[1], err[0], err[1]}) close(end);
+    const int program = OpenProgram();
     if (prepare) prepare();
-    Become(arguments);
+    Become(program, arguments);
   }
   close(out[1]);
   close(err[1]);
@@ -66,7 +72,7 @@ ProgramEnd RunTsl(const Words& arguments, const std::function<void()>& prepare) 
 ProgramEnd RunTslOnTerminal(const Words& arguments, const Words& keys) {
   int terminal = -1;
   const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
-  if (child == 0) Become(arguments);
+  if (child == 0) Become(OpenProgram(), arguments);
   ProgramEnd end{};
   std::size_t pressed = 0;
   std::size_t prompted = 0;
