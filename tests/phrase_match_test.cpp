@@ -45,6 +45,7 @@ TEST(PhraseMatch, TakesBreaksForBlanks) {
 
 TEST(PhraseMatch, GivesWhatThePlainRuleGives) {
   std::mt19937 random(7);
+  const char* const blanks[] = {" ", "\r\n", "\n", "&nbsp;", " \r\n", "\n ", "  ", "\r\n  "};
   const char* const pieces[] = {"a", "b", " ", "  ", "\r\n", "\n", "&nbsp;", "&", "\r", "a b"};
   const auto text_of = [&](std::size_t most) {
     std::string text;
@@ -53,16 +54,21 @@ TEST(PhraseMatch, GivesWhatThePlainRuleGives) {
   };
   int matches = 0;
   for (int round = 0; round < 60000; ++round) {
-    const std::string phrase = "a " + text_of(3);
+    const std::string phrase = "a " + text_of(round % 3 == 0 ? 20 : 3);
     const std::string line_end = round % 2 == 0 ? "\r\n" : "\n";
-    const std::string text = "a" + text_of(round % 50 == 0 ? 120 : 12);
+    // Every other text is the phrase itself with something in the place of each blank.
+    std::string text = round % 4 < 2 ? "a" + text_of(round % 50 == 0 ? 120 : 12) : std::string();
+    for (const char c : round % 4 < 2 ? std::string() : phrase) {
+      text += c == ' ' ? blanks[random() % std::size(blanks)] : std::string(1, c);
+    }
+    if (round % 4 == 3) text += text_of(12);
     const auto plain = PlainPhrase(phrase, text, line_end);
     const auto match = MatchPhrase(phrase, text.substr(0, phrase.size() + kRoomForBreaks), line_end);
     ASSERT_EQ(match.has_value(), plain.has_value()) << phrase << "|" << text;
     ASSERT_EQ(match ? match->length : 0, plain.value_or(0)) << phrase << "|" << text;
     matches += plain ? 1 : 0;
   }
-  EXPECT_GT(matches, 3000);
+  EXPECT_GT(matches, 10000);
 }
 
 // Two blanks are halved once a break is seen, and that must lie within the phrase's length and 100 bytes
