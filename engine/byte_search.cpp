@@ -135,6 +135,15 @@ __attribute__((target("avx2"))) static inline __m256i UpToQuote(__m256i bytes) {
   return _mm256_cmpeq_epi8(_mm256_max_epu8(bytes, quote), quote);
 }
 
+// Bits for the places where behind the key, which ends at `behind`, a blank and `next` follow or a break may.
+__attribute__((target("avx2"))) static inline __m256i Follows(const char* behind, __m256i blank, __m256i next) {
+  const __m256i first = Load(behind);
+  const __m256i second = Load(behind + 1);
+  const __m256i goes_on = _mm256_or_si256(_mm256_cmpeq_epi8(second, next), UpToQuote(second));
+  const __m256i wrong_word = _mm256_andnot_si256(goes_on, _mm256_cmpeq_epi8(first, blank));
+  return _mm256_andnot_si256(wrong_word, UpToQuote(first));
+}
+
 // Where both rare bytes stand at their places, a bit is set; the letters' case bit is set in text and key
 // alike before they are compared, which for letters leaves exactly the two cases of the letter.
 __attribute__((target("avx2"))) std::size_t ByteSearch::FindWide(std::string_view text,
@@ -160,15 +169,10 @@ __attribute__((target("avx2"))) std::size_t ByteSearch::FindWide(std::string_vie
     const __m256i seconds =
         _mm256_cmpeq_epi8(_mm256_or_si256(Load(base + second_), second_mask), second_byte);
     __m256i both = _mm256_and_si256(firsts, seconds);
-    if (common_word) both = _mm256_and_si256(both, UpToQuote(Load(base + key_.size())));
+    if (common_word) both = _mm256_and_si256(both, Follows(base + key_.size(), blank, next));
     auto bits = static_cast<std::uint32_t>(_mm256_movemask_epi8(both));
-    if (first_word && bits != 0) {
-      const __m256i behind = Load(base + key_.size());
-      const __m256i then = Load(base + key_.size() + 1);
-      const __m256i goes_on = _mm256_or_si256(_mm256_cmpeq_epi8(then, next), UpToQuote(then));
-      const __m256i wrong_word = _mm256_andnot_si256(goes_on, _mm256_cmpeq_epi8(behind, blank));
-      bits &= static_cast<std::uint32_t>(
-          _mm256_movemask_epi8(_mm256_andnot_si256(wrong_word, UpToQuote(behind))));
+    if (first_word && !common_word && bits != 0) {
+      bits &= static_cast<std::uint32_t>(_mm256_movemask_epi8(Follows(base + key_.size(), blank, next)));
     }
     for (; bits != 0; bits &= bits - 1) {
       const auto offset = static_cast<std::size_t>(std::countr_zero(bits));
