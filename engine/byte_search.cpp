@@ -136,7 +136,8 @@ __attribute__((target("avx2"))) static inline __m256i UpToQuote(__m256i bytes) {
 }
 
 // Bits for the places where behind the key, which ends at `behind`, a blank and `next` follow or a break may.
-__attribute__((target("avx2"))) static inline __m256i Follows(const char* behind, __m256i blank, __m256i next) {
+__attribute__((target("avx2"))) static inline __m256i Follows(const char* behind, __m256i blank,
+                                                              __m256i next) {
   const __m256i first = Load(behind);
   const __m256i second = Load(behind + 1);
   const __m256i goes_on = _mm256_or_si256(_mm256_cmpeq_epi8(second, next), UpToQuote(second));

@@ -65,6 +65,7 @@ class PageSearch {
   std::string S_;  // both texts in the page's own bytes
   std::string R_;
   bool multi_word_ = false;
+  bool may_hold_break_ = false;  // the text sought itself has what could be a line end or "&nbsp;"
   std::optional<ByteSearch> key_;
   bool key_case_ = false;              // what ULcase said when the key was made
   bool resume_behind_insert_ = false;  // an unasked replacement would be found again inside itself
@@ -85,6 +86,7 @@ bool PageSearch::Prepare(const std::string& S, const std::string& R) {
   S_ = std::move(*sought);
   R_ = WrittenBytes(R, encoding_for(R));
   multi_word_ = S_.find(' ') != std::string::npos;
+  may_hold_break_ = S_.find_first_of("\r\n&") != std::string::npos;
   UseLetterCase();
   return true;
 }
@@ -128,8 +130,10 @@ std::optional<Occurrence> PageSearch::FindNext() {
     at = key_->Find(text, at);
     if (at == ByteSearch::kNone) return std::nullopt;
     if (!multi_word_) return Surround(next_ + at, {S_.size(), 0});
-    if (ComparePlain(S_, text.substr(at)) == PlainComparison::kDifferent) continue;
+    const PlainComparison comparison = ComparePlain(S_, text.substr(at));
+    if (comparison == PlainComparison::kDifferent) continue;
     const std::size_t place = next_ + at;
+    if (comparison == PlainComparison::kEqual && !may_hold_break_) return Surround(place, {S_.size(), 0});
     const std::size_t window_end =
         page_.CharacterAtOrAfter(std::min(place + S_.size() + kRoomForBreaks, page_.size()));
     const std::string_view window = text.substr(at, window_end - place);
