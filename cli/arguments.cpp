@@ -20,6 +20,14 @@ struct Found {
   std::string new_text;
   std::string path;
 
+  void ReplaceWords(const std::string& old_word, const std::string& new_word) {
+    const auto replace = [&](std::string& word) {
+      if (word == old_word) word = new_word;
+    };
+    for (std::string* const word : {&text, &new_text, &path}) replace(*word);
+    for (auto& [name, value] : values) replace(value);
+  }
+
   bool Has(std::string_view name) const { return switches.at(name); }
 };
 
@@ -178,9 +186,7 @@ std::variant<Arguments, Farewell> ParseArguments(int argc, const char* const* ar
   } catch (const CLI::ParseError& error) {
     return Refuse(OneLine(error.what()));
   }
-  for (std::string* const word : {&found.text, &found.new_text, &found.path}) {
-    if (*word == kProtectedPlus) *word = kPlus;
-  }
+  found.ReplaceWords(kProtectedPlus, kPlus);
   return Understand(found, commands.at(app.get_subcommands().front()));
 }
 

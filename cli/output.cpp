@@ -32,8 +32,10 @@ Status CheckWritable(const std::string& path) {
     return access(path.c_str(), W_OK) == 0 ? Status() : Status::System(errno);
   }
   if (errno != ENOENT) return Status::System(errno);
-  const std::string folder(FolderOf(path));
-  return access(folder.empty() ? "." : folder.c_str(), W_OK) == 0 ? Status() : Status::System(errno);
+  const std::string folder = FolderOf(path).empty() ? "." : std::string(FolderOf(path));
+  if (stat(folder.c_str(), &info) != 0) return Status::System(errno);
+  if (info.st_nlink == 0) return Status::System(ENOENT);  // removed, with us still in it
+  return access(folder.c_str(), W_OK) == 0 ? Status() : Status::System(errno);
 }
 
 Status WriteTo(int file, std::string_view bytes) {

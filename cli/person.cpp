@@ -54,15 +54,25 @@ bool WaitForKey(int milliseconds) {
 }
 
 // The rest of what a function key, an arrow or the terminal itself sends behind ESC: not an answer to
-// anything.
+// anything. Parameters and a last byte follow "[" and "O" (the Linux console puts a second "[" in front), a
+// text up to BEL or ESC follows "]", "P", "X", "^" and "_", and one byte all else. Another ESC begins anew.
 void SkipSequence() {
   constexpr int kMilliseconds = 50;  // the bytes of a sequence come together
   char byte = 0;
   const auto next = [&byte] { return WaitForKey(kMilliseconds) && read(STDIN_FILENO, &byte, 1) == 1; };
-  if (!next()) return;
-  if (byte == 'O') next();
-  if (byte != '[') return;
-  while (next() && (byte < '@' || byte > '~')) {
+  const auto skip_while = [&](auto&& goes_on) {
+    while (next() && goes_on(byte)) {
+    }
+  };
+  do {
+    if (!next()) return;
+  } while (byte == '\x1b');
+  if (byte == 'O' || byte == '[') {
+    skip_while([](char c) { return c >= ' ' && c < '@'; });
+    if (byte == '[') next();
+  } else if (std::string_view("]PX^_").find(byte) != std::string_view::npos) {
+    skip_while([](char c) { return c != '\a' && c != '\x1b'; });
+    if (byte == '\x1b') next();
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -129,7 +130,13 @@ int Run(const Arguments& arguments, Answerer& answerer, Transcript& transcript) 
 bool IsSameFile(const std::string& a, const std::string& b) {
   struct stat first {};
   struct stat second {};
-  if (stat(a.c_str(), &first) != 0 || stat(b.c_str(), &second) != 0) return !a.empty() && a == b;
+  if (stat(a.c_str(), &first) != 0 || stat(b.c_str(), &second) != 0) {
+    std::error_code ignored;
+    const auto place = [&ignored](const std::string& path) {
+      return std::filesystem::weakly_canonical(path, ignored);
+    };
+    return !a.empty() && !b.empty() && !place(a).empty() && place(a) == place(b);
+  }
   return S_ISREG(first.st_mode) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 

@@ -1,7 +1,9 @@
 #include "engine/file_replacement.h"
 
 #include <fcntl.h>
+#include <linux/fs.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/xattr.h>
 
 #include <algorithm>
@@ -202,13 +204,19 @@ Status FillAndRename(TemporaryFile& temporary, const Place& place, int old_file,
   return {};
 }
 
+// An append-only folder takes new files and never gives one away: nothing is to be tried there.
+Status CheckGivesAway(int folder) {
+  unsigned flags = 0;
+  const bool known = ioctl(folder, FS_IOC_GETFLAGS, &flags) == 0;
+  return known && (flags & FS_APPEND_FL) != 0 ? Status::System(EPERM) : Status();
+}
+
 Status ReplaceByRename(const Place& place, int old_file, const struct stat& old_info, FileStamp& stamp,
                        std::span<const std::string_view> pieces) {
   TemporaryFile temporary(place.folder);
   if (Status status = temporary.Create(); !status.ok()) return status;
   Status status = FillAndRename(temporary, place, old_file, old_info, stamp, pieces);
   if (!status.ok() && !temporary.Remove()) {
-    // A folder that takes files but gives none away.
     return Status::Failure(status.reason() + "; " + temporary.Keep() + " could not be removed");
   }
   return status;
@@ -293,6 +301,7 @@ Status ReplaceFile(int folder, const std::string& name, FileStamp& stamp,
   if (!old_file.is_open()) return Status::System(errno);
   struct stat info {};
   if (fstat(old_file.get(), &info) != 0) return Status::System(errno);
+  if (Status status = CheckGivesAway(place.folder); !status.ok()) return status;
   if (Status status = Lock(old_file.get()); !status.ok()) return status;
   Status status = info.st_nlink > 1 ? ReplaceInPlace(place, old_file.get(), stamp, pieces)
                                     : ReplaceByRename(place, old_file.get(), info, stamp, pieces);

@@ -36,10 +36,12 @@ TEST(TslAsk, TakesCtrlCForStopAndQuestionsForQuestions) {
   ScratchFolder scratch;
   scratch.Write("a.htm", "hit");
   EXPECT_EQ(RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask"}, {"\x03"}).status, 3);
-  // F3, an arrow and a function key with a modifier hold the letters of answers.
-  EXPECT_EQ(
-      RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask"}, {"\x1bOR\x1b[C\x1b[1;5Rk"}).status,
-      0);
+  // Keys that send the letters of answers: F3, an arrow, F3 with modifiers in three ways, F5 of the console,
+  // and what a terminal tells of its colours.
+  EXPECT_EQ(RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask"},
+                             {"\x1bOR\x1b[C\x1b[1;5R\x1bO2R\x1b\x1bOR\x1b[[E\x1b]11;rgb:r\ak"})
+                .status,
+            0);
   EXPECT_EQ(scratch.Read("a.htm"), "hit");
   EXPECT_EQ(
       RunTslOnTerminal({"replace", "hit", "new", scratch.path(), "--ask", "--filter", "*.*"}, {"c"}).status,

@@ -216,13 +216,18 @@ TEST_F(Tsl, RefusesWrongCommandLinesAndTouchesNothing) {
   EXPECT_EQ(RunTsl({"search", "hit", page, "--report", page}).status, 2);
   EXPECT_EQ(RunTsl({"search", "hit", page, "--report", scratch / "n", "--transcript", scratch / "n"}).status,
             2);
+  EXPECT_EQ(
+      RunTsl({"search", "hit", page, "--report", scratch / "n", "--transcript", folder + "/./n"}).status, 2);
   EXPECT_EQ(RunTsl({}).status, 2);
-  const ProgramEnd nowhere = RunTsl({"search", "hit", "."}, [this] {
+  const auto remove_current = [this] {
     const std::string gone = scratch / "gone";
     if (mkdir(gone.c_str(), 0700) != 0 || chdir(gone.c_str()) != 0 || rmdir(gone.c_str()) != 0) _exit(99);
-  });
+  };
+  const ProgramEnd nowhere = RunTsl({"search", "hit", "."}, remove_current);
   EXPECT_EQ(nowhere.status, 2);
   EXPECT_EQ(nowhere.err, "tsl: .: No such file or directory\n");
+  EXPECT_EQ(RunTsl({"replace", "hit", "new", page, "--yes", "--report", "r"}, remove_current).status, 2);
+  EXPECT_EQ(scratch.Read("a.htm"), "hit");
   EXPECT_EQ(scratch.Read("t"), "old transcript");
   EXPECT_EQ(scratch.Read("r"), "old report");
 }
@@ -233,6 +238,9 @@ TEST_F(Tsl, TakesTextsAndPathsAsTheyAre) {
   EXPECT_EQ(RunTsl({"search", "--", "-x", page}).status, 0);
   EXPECT_EQ(RunTsl({"search", "links", page}).status, 0);
   EXPECT_EQ(RunTsl({"search", "++", page}).status, 0);
+  EXPECT_EQ(RunTsl({"search", "--", "++", page}).status, 0);
+  EXPECT_EQ(RunTsl({"search", "x", page, "--filter", "++"}).err,
+            "tsl: ++ files are not HTML files! Continue?\n");
   EXPECT_EQ(RunTsl({"search", "\xE9", page}).status, 0);
   EXPECT_EQ(RunTsl({"search", "\xC3\xA9", page}).status, 0);
   EXPECT_EQ(RunTsl({"search", "", page}).status, 1);
