@@ -48,8 +48,8 @@ Found Defaults() {
 }
 
 // The parser would take a "++" for itself; with a byte behind it that no argument can hold it does not.
-const std::string kPlus("++", 2);
-const std::string kProtectedPlus("++", 3);
+const std::string kPlus = "++";
+const std::string kProtectedPlus = kPlus + std::string(1, '\0');
 
 // The words in the order that the parser asks for, the last one first.
 std::vector<std::string> Protected(std::vector<std::string> words) {
