@@ -68,7 +68,7 @@ Status EditPiece(std::string& piece, PageEncoding encoding) {
   std::string name = std::string(folder == nullptr ? "/tmp" : folder) + "/tsl-XXXXXX.htm";
   FileHandle file(mkstemps(name.data(), 4));
   if (!file.is_open()) return Status::System(errno);
-  Status status = WriteTo(file.get(), shown);
+  Status status = WriteAll(file.get(), shown);
   if (status.ok()) status = RunEditor(name);
   std::string edited;
   if (status.ok()) status = ReadFrom(name, edited);

@@ -38,16 +38,6 @@ Status CheckWritable(const std::string& path) {
   return access(folder.c_str(), W_OK) == 0 ? Status() : Status::System(errno);
 }
 
-Status WriteTo(int file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(file, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return Status::System(errno);
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return {};
-}
-
 Status ReadFrom(const std::string& path, std::string& bytes) {
   const FileHandle file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
   if (!file.is_open()) return Status::System(errno);

@@ -2,7 +2,6 @@
 #define TESSARIL_CLI_OUTPUT_H_
 
 #include <string>
-#include <string_view>
 
 #include "engine/file_handle.h"
 #include "engine/status.h"
@@ -20,9 +19,6 @@ Status CreateFile(const std::string& path, FileHandle& file);
 
 /// Whether CreateFile would succeed as far as can be told without touching anything.
 Status CheckWritable(const std::string& path);
-
-/// Writes all of `bytes`.
-Status WriteTo(int file, std::string_view bytes);
 
 /// Reads all of a file that may be a pipe.
 Status ReadFrom(const std::string& path, std::string& bytes);

@@ -93,10 +93,10 @@ Status MakeAnswerer(const Arguments& arguments, std::unique_ptr<Answerer>& answe
 }
 
 Status WriteReport(const std::string& path, const std::string& report) {
-  if (path.empty()) return WriteTo(STDOUT_FILENO, report);
+  if (path.empty()) return WriteAll(STDOUT_FILENO, report);
   FileHandle file;
   if (Status status = CreateFile(path, file); !status.ok()) return status;
-  if (Status status = WriteTo(file.get(), report); !status.ok()) return status;
+  if (Status status = WriteAll(file.get(), report); !status.ok()) return status;
   return file.Close() ? Status() : Status::System(errno);
 }
 
@@ -197,7 +197,7 @@ int RunCommand(int argc, const char* const* argv) {
       std::cerr << farewell->text;
       return farewell->exit_status;
     }
-    const Status status = WriteTo(STDOUT_FILENO, farewell->text);
+    const Status status = WriteAll(STDOUT_FILENO, farewell->text);
     return status.ok() ? 0 : Refuse("standard output: " + status.reason());
   }
   try {

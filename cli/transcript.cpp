@@ -90,7 +90,7 @@ void Transcript::WriteMessage(const std::string& text) {
 
 void Transcript::WriteLine(const std::string& line) {
   if (!file_.is_open() || !status_.ok()) return;
-  status_ = WriteTo(file_.get(), line);
+  status_ = WriteAll(file_.get(), line);
 }
 
 }  // namespace tessaril

@@ -27,8 +27,6 @@ class ByteSearch {
   /// The first place of the key in `text` at or after `from` (from 0), or kNone. An empty key is nowhere.
   std::size_t Find(std::string_view text, std::size_t from = 0) const;
 
-  const std::string& key() const { return key_; }
-
  private:
   void ChooseRareBytes();
   std::size_t FindPlain(std::string_view text, std::size_t from) const;

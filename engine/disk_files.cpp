@@ -158,16 +158,20 @@ Status DiskFiles::ReplaceContent(const std::string& path, FileStamp& stamp,
                                  std::span<const std::string_view> pieces) {
   OpenFolder folder;
   if (Status status = FolderFor(FolderOf(path), folder); !status.ok()) return status;
-  Status status = ReplaceFile(folder.descriptor, std::string(NameOf(path)), stamp, pieces);
+  Status flushed;
+  Status status = ReplaceFile(folder.descriptor, std::string(NameOf(path)), stamp, pieces, flushed);
   if (!status.ok()) return status;
-  if (folder.own.is_open()) return FlushFile(folder.descriptor);
-  current_is_flushed_ = false;
+  if (folder.own.is_open() && flushed.ok()) flushed = FlushFile(folder.descriptor);
+  if (!flushed.ok()) flush_failure_ = flushed;
+  if (!folder.own.is_open()) current_is_flushed_ = false;
   return {};
 }
 
 Status DiskFiles::FlushFolder() {
-  if (std::exchange(current_is_flushed_, true)) return {};
-  return FlushFile(current_.get());
+  Status flushed = std::exchange(flush_failure_, {});
+  if (std::exchange(current_is_flushed_, true)) return flushed;
+  Status current = FlushFile(current_.get());
+  return current.ok() ? flushed : current;
 }
 
 }  // namespace tessaril

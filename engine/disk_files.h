@@ -39,6 +39,7 @@ class DiskFiles : public Files {
   std::string current_folder_;
   FileHandle current_;
   bool current_is_flushed_ = true;
+  Status flush_failure_;  // of another folder, to be told by the next FlushFolder
 };
 
 }  // namespace tessaril

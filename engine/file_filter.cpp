@@ -49,10 +49,6 @@ std::string_view Trimmed(std::string_view text) {
 
 }  // namespace
 
-const std::vector<std::string_view> kOfferedFilters = {
-    "*.htm*;shtm*", "*.*",         "*.gif;*.jpg;*.jpeg;*.png",   "*.txt",
-    "*.pdf",        "*.exe;*.zip", "*.hhc;*.hhk;*.hhp;*.h;*.dmp"};
-
 FileFilter::FileFilter(std::string_view text) {
   while (!text.empty()) {
     const std::size_t end = std::min(text.find(';'), text.size());

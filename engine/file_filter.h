@@ -7,9 +7,6 @@
 
 namespace tessaril {
 
-/// The filters that are offered to choose from, the first being the one at start.
-extern const std::vector<std::string_view> kOfferedFilters;
-
 /// Which file names a filter text lists: patterns parted by ";", in each "*" for any run of characters and
 /// "?" for any one, letter case without meaning. Blanks around a pattern do not count, an empty pattern lists
 /// nothing, "*.*" lists every name.

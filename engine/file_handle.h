@@ -3,7 +3,10 @@
 
 #include <unistd.h>
 
+#include <string_view>
 #include <utility>
+
+#include "engine/status.h"
 
 namespace tessaril {
 
@@ -33,6 +36,12 @@ class FileHandle {
  private:
   int descriptor_ = -1;
 };
+
+/// Writes all of `bytes`, however many calls it takes.
+Status WriteAll(int descriptor, std::string_view bytes);
+
+/// Brings what was written to a file, or renamed in a folder, to the disk itself.
+Status FlushFile(int descriptor);
 
 }  // namespace tessaril
 

@@ -62,18 +62,7 @@ Status Lock(int file) {
   return Status::Failure("The file is being changed by another program");
 }
 
-Status WriteAll(int file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(file, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return Status::System(errno);
-    if (written == 0) return Status::System(EIO);
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return {};
-}
-
-Status WriteAll(int file, std::span<const std::string_view> pieces) {
+Status WritePieces(int file, std::span<const std::string_view> pieces) {
   for (const std::string_view piece : pieces) {
     if (Status status = WriteAll(file, piece); !status.ok()) return status;
   }
@@ -193,7 +182,7 @@ Status TakeOver(int old_file, const struct stat& old_info, int new_file) {
 
 Status FillAndRename(TemporaryFile& temporary, const Place& place, int old_file, const struct stat& old_info,
                      FileStamp& stamp, std::span<const std::string_view> pieces) {
-  if (Status status = WriteAll(temporary.file(), pieces); !status.ok()) return status;
+  if (Status status = WritePieces(temporary.file(), pieces); !status.ok()) return status;
   if (Status status = TakeOver(old_file, old_info, temporary.file()); !status.ok()) return status;
   if (Status status = FlushFile(temporary.file()); !status.ok()) return status;
   struct stat new_info {};
@@ -250,7 +239,7 @@ Status OverwriteContent(int file, std::span<const std::string_view> pieces) {
     return Status::System(errno);
   }
   if (lseek(file, 0, SEEK_SET) != 0) return Status::System(errno);
-  if (Status status = WriteAll(file, pieces); !status.ok()) return status;
+  if (Status status = WritePieces(file, pieces); !status.ok()) return status;
   if (ftruncate(file, total) != 0) return Status::System(errno);
   return FlushFile(file);
 }
@@ -283,15 +272,8 @@ FileStamp StampOf(const struct stat& info) {
           static_cast<std::uint64_t>(info.st_ino), static_cast<std::uint64_t>(info.st_dev)};
 }
 
-Status FlushFile(int descriptor) {
-  while (fsync(descriptor) != 0) {
-    if (errno != EINTR) return Status::System(errno);
-  }
-  return {};
-}
-
 Status ReplaceFile(int folder, const std::string& name, FileStamp& stamp,
-                   std::span<const std::string_view> pieces) {
+                   std::span<const std::string_view> pieces, Status& link_folder_flushed) {
   Place place{folder, name, {}};
   if (Status status = FollowLinks(place); !status.ok()) return status;
   if (Status status = CheckUnchanged(place, stamp); !status.ok()) return status;
@@ -305,7 +287,7 @@ Status ReplaceFile(int folder, const std::string& name, FileStamp& stamp,
   if (Status status = Lock(old_file.get()); !status.ok()) return status;
   Status status = info.st_nlink > 1 ? ReplaceInPlace(place, old_file.get(), stamp, pieces)
                                     : ReplaceByRename(place, old_file.get(), info, stamp, pieces);
-  if (status.ok() && place.own_folder.is_open()) status = FlushFile(place.folder);
+  if (status.ok() && place.own_folder.is_open()) link_folder_flushed = FlushFile(place.folder);
   return status;
 }
 

@@ -64,8 +64,8 @@ class Files {
                                 std::span<const std::string_view> pieces) = 0;
 
   /// Makes sure that what was replaced in the current folder outlives a power failure; what is replaced
-  /// elsewhere does at once. (The content of each file is flushed before it takes the old one's place: until
-  /// this call it is only open which of the two would be found.)
+  /// elsewhere is flushed at once, and this call tells when that failed. (The content of each file is flushed
+  /// before it takes the old one's place: until this call it is only open which of the two would be found.)
   virtual Status FlushFolder() = 0;
 };
 

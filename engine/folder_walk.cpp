@@ -61,7 +61,6 @@ void FolderWalk::ProcessMarkedFile() {
 bool FolderWalk::WalkSubfolders(const std::string& folder, const std::vector<std::string>& names) {
   for (std::size_t count = names.size(); count >= 1 && !StopRequested() && run_.state.SearchActive; --count) {
     if (WalkFolder(JoinPath(folder, names[count - 1]))) return true;
-    if (StopRequested()) return false;
   }
   return false;
 }
