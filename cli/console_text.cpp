@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdio>
 
+#include "engine/characters.h"
+
 namespace tessaril {
 namespace {
 

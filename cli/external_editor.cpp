@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "cli/output.h"
+#include "engine/characters.h"
 
 namespace tessaril {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "engine/ascii.h"
-#include "engine/page_encoding.h"
+#include "engine/characters.h"
 
 namespace tessaril {
 namespace {

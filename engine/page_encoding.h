@@ -2,7 +2,6 @@
 #define TESSARIL_ENGINE_PAGE_ENCODING_H_
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,12 +18,6 @@ enum class PageEncoding {
 /// UTF-8 when all of `bytes` is valid UTF-8 with at least one sequence of several bytes, or when it is plain
 /// ASCII and says charset=utf-8 within its first 1024 bytes. 8-bit otherwise.
 PageEncoding DetectEncoding(std::string_view bytes);
-
-/// The length of the valid UTF-8 sequence at the start of `bytes`, 1 to 4; 0 when there is none.
-std::size_t SequenceLength(std::string_view bytes);
-
-/// Whether all of `bytes` is valid UTF-8 (no surrogates, no over-long forms, nothing above U+10FFFF).
-bool IsUtf8(std::string_view bytes);
 
 /// The characters of `text`: sequences when all of it is valid UTF-8, else bytes.
 std::size_t CountCharacters(std::string_view text);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/ascii.h"
+#include "engine/characters.h"
 
 namespace tessaril {
 
@@ -35,9 +36,7 @@ void PageText::Replace(std::size_t begin, std::size_t end, std::string_view text
 // The sequence that begins before `pos` and ends behind it. A byte that continues no sequence (an edit may
 // have brought it) is a character by itself.
 std::optional<PageText::Span> PageText::SequenceAround(std::size_t pos) {
-  const auto is_continuation = [this](std::size_t at) {
-    return (static_cast<unsigned char>(text_[at]) & 0xC0) == 0x80;
-  };
+  const auto is_continuation = [this](std::size_t at) { return IsContinuation(text_[at]); };
   if (pos >= size() || !is_continuation(pos) || Encoding() != PageEncoding::kUtf8) return std::nullopt;
   std::size_t begin = pos;
   while (begin > 0 && pos - begin < 3 && is_continuation(begin)) --begin;
