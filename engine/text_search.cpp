@@ -7,23 +7,17 @@
 
 #include "engine/ascii.h"
 #include "engine/byte_search.h"
+#include "engine/finding.h"
 #include "engine/page_text.h"
-#include "engine/paths.h"
 #include "engine/phrase_match.h"
 #include "engine/report_pieces.h"
 
 namespace tessaril {
 namespace {
 
-constexpr std::size_t kContextBefore = 20;  // bytes shown ahead of an occurrence, fewer at the page's start
-constexpr std::size_t kContextAfter = 100;  // bytes shown behind it, fewer at the page's end
-
 struct Occurrence {
-  std::size_t place;          // from 0
-  std::size_t length;         // bytes that it covers
-  std::size_t first_break;    // as PhraseMatch has it
-  std::size_t context_begin;  // the slice that is shown around it
-  std::size_t context_end;
+  Finding finding;
+  std::size_t first_break;  // as PhraseMatch has it
 };
 
 // `replacement` as it is proposed for an occurrence with a break in it: one of its blanks becomes the page's
@@ -53,11 +47,10 @@ class PageSearch {
   bool replacing() const { return run_.options.function == Function::kReplace; }
   void UseLetterCase();
   std::optional<Occurrence> FindNext();
-  Occurrence Surround(std::size_t place, const PhraseMatch& match);
-  void ReplaceUnasked(const Occurrence& found);
+  Occurrence OccurrenceAt(std::size_t place, const PhraseMatch& match);
+  void ReplaceUnasked(const Finding& found);
   bool PutToUser(const Occurrence& found);  // false when the user stops
   Proposal MakeProposal(const Occurrence& found);
-  void ReplaceAsEdited(const Occurrence& found, const Proposal& proposal, const std::string& edited);
 
   const std::string& path_;
   PageText& page_;
@@ -107,15 +100,16 @@ void PageSearch::UseLetterCase() {
 void PageSearch::Run() {
   while (std::optional<Occurrence> found = FindNext()) {
     hit_ = true;
-    next_ = found->place + 1;
+    const Finding& finding = found->finding;
+    next_ = finding.place + 1;
     if (run_.options.ShowEach) {
       if (!PutToUser(*found)) return;
       continue;
     }
     context_.clear();
-    page_.AppendSlice(found->context_begin, found->context_end, context_);
+    page_.AppendSlice(finding.context_begin, finding.context_end, context_);
     if (replacing()) {
-      ReplaceUnasked(*found);
+      ReplaceUnasked(finding);
     } else {
       AppendEntry(kLabelFound, context_, report_);
     }
@@ -129,28 +123,25 @@ std::optional<Occurrence> PageSearch::FindNext() {
   for (std::size_t at = 0;; ++at) {
     at = key_->Find(text, at);
     if (at == ByteSearch::kNone) return std::nullopt;
-    if (!multi_word_) return Surround(next_ + at, {S_.size(), 0});
+    if (!multi_word_) return OccurrenceAt(next_ + at, {S_.size(), 0});
     const PlainComparison comparison = ComparePlain(S_, text.substr(at));
     if (comparison == PlainComparison::kDifferent) continue;
     const std::size_t place = next_ + at;
-    if (comparison == PlainComparison::kEqual && !may_hold_break_) return Surround(place, {S_.size(), 0});
+    if (comparison == PlainComparison::kEqual && !may_hold_break_) return OccurrenceAt(place, {S_.size(), 0});
     const std::size_t window_end =
         page_.CharacterAtOrAfter(std::min(place + S_.size() + kRoomForBreaks, page_.size()));
     const std::string_view window = text.substr(at, window_end - place);
     if (const std::optional<PhraseMatch> match = MatchPhrase(S_, window, page_.LineEnd())) {
-      return Surround(place, *match);
+      return OccurrenceAt(place, *match);
     }
   }
 }
 
-Occurrence PageSearch::Surround(std::size_t place, const PhraseMatch& match) {
-  const std::size_t begin = place - std::min(place, kContextBefore);
-  const std::size_t end = std::min(place + match.length + kContextAfter, page_.size());
-  return {place, match.length, match.first_break, page_.CharacterAtOrBefore(begin),
-          page_.CharacterAtOrAfter(end)};
+Occurrence PageSearch::OccurrenceAt(std::size_t place, const PhraseMatch& match) {
+  return {FindingAt(page_, place, match.length), match.first_break};
 }
 
-void PageSearch::ReplaceUnasked(const Occurrence& found) {
+void PageSearch::ReplaceUnasked(const Finding& found) {
   page_.Replace(found.place, found.place + found.length, R_);
   changed_ = true;
   AppendEntry(kLabelChanged, context_, report_);
@@ -160,47 +151,22 @@ void PageSearch::ReplaceUnasked(const Occurrence& found) {
 bool PageSearch::PutToUser(const Occurrence& found) {
   const Proposal proposal = MakeProposal(found);
   const ProposalAnswer answer = run_.host.Propose(proposal);
-  const std::string_view label_unchanged = replacing() ? kLabelKept : kLabelFound;
-  switch (answer.ReplaceAnswer) {
-    case kKeep:
-      AppendEntry(label_unchanged, proposal.SearchText, report_);
-      break;
-    case kReplace:
-      if (replacing()) ReplaceAsEdited(found, proposal, answer.ReplaceText);
-      break;
-    case kStop:
-      AppendEntry(label_unchanged, proposal.SearchText, report_);
-      AppendStopLine(path_, report_);
-      run_.state.StopRequested = true;
-      return false;
-    default:
-      break;
+  AppendAnswer(proposal, answer, path_, report_);
+  if (answer.ReplaceAnswer == kReplace && proposal.ReplaceText) {
+    page_.Replace(found.finding.context_begin, found.finding.context_end, answer.ReplaceText);
+    changed_ = true;
   }
-  return true;
+  if (answer.ReplaceAnswer == kStop) run_.state.StopRequested = true;
+  return answer.ReplaceAnswer != kStop;
 }
 
 Proposal PageSearch::MakeProposal(const Occurrence& found) {
-  const std::size_t before = found.place - found.context_begin;
-  Proposal proposal;
-  proposal.FileName = ShortenedPath(path_);
-  proposal.encoding = page_.Encoding();
-  page_.AppendSlice(found.context_begin, found.context_end, proposal.SearchText);
-  proposal.SearchSelection = {before, found.length};
-  if (!replacing()) return proposal;
-  proposal.ReplaceText = proposal.SearchText.substr(0, before);
-  *proposal.ReplaceText += WithBreak(R_, found.first_break, page_.LineEnd());
-  *proposal.ReplaceText += proposal.SearchText.substr(before + found.length);
-  const std::size_t extra = found.length - S_.size();
-  proposal.ReplaceSelection = {before, R_.size() + extra};
+  if (!replacing()) return ShowFinding(path_, page_, found.finding);
+  const std::string shown = WithBreak(R_, found.first_break, page_.LineEnd());
+  Proposal proposal = ProposeText(path_, page_, found.finding, shown);
+  const std::size_t extra = found.finding.length - S_.size();
+  proposal.ReplaceSelection.length = R_.size() + extra;
   return proposal;
-}
-
-void PageSearch::ReplaceAsEdited(const Occurrence& found, const Proposal& proposal,
-                                 const std::string& edited) {
-  AppendEntry(kLabelChanged, proposal.SearchText, report_);
-  if (edited != proposal.ReplaceText) AppendManualChange(edited, report_);
-  page_.Replace(found.context_begin, found.context_end, edited);
-  changed_ = true;
 }
 
 }  // namespace

@@ -1,0 +1,55 @@
+#include "engine/finding.h"
+
+#include <algorithm>
+
+#include "engine/paths.h"
+#include "engine/report_pieces.h"
+
+namespace tessaril {
+
+Finding FindingAt(PageText& page, std::size_t place, std::size_t length) {
+  constexpr std::size_t kBefore = 20;
+  constexpr std::size_t kAfter = 100;
+  const std::size_t begin = place - std::min(place, kBefore);
+  const std::size_t end = std::min(place + length + kAfter, page.size());
+  return {place, length, page.CharacterAtOrBefore(begin), page.CharacterAtOrAfter(end)};
+}
+
+Proposal ShowFinding(const std::string& path, PageText& page, const Finding& finding) {
+  Proposal proposal;
+  proposal.FileName = ShortenedPath(path);
+  proposal.encoding = page.Encoding();
+  page.AppendSlice(finding.context_begin, finding.context_end, proposal.SearchText);
+  proposal.SearchSelection = {finding.place - finding.context_begin, finding.length};
+  return proposal;
+}
+
+Proposal ProposeText(const std::string& path, PageText& page, const Finding& finding, std::string_view text) {
+  Proposal proposal = ShowFinding(path, page, finding);
+  const auto [before, length] = proposal.SearchSelection;
+  proposal.ReplaceText = proposal.SearchText.substr(0, before);
+  *proposal.ReplaceText += text;
+  *proposal.ReplaceText += proposal.SearchText.substr(before + length);
+  proposal.ReplaceSelection = {before, text.size()};
+  return proposal;
+}
+
+void AppendAnswer(const Proposal& proposal, const ProposalAnswer& answer, const std::string& path,
+                  std::string& report) {
+  switch (answer.ReplaceAnswer) {
+    case kReplace:
+      if (!proposal.ReplaceText) break;
+      AppendEntry(kLabelChanged, proposal.SearchText, report);
+      if (answer.ReplaceText != *proposal.ReplaceText) AppendManualChange(answer.ReplaceText, report);
+      break;
+    case kKeep:
+    case kStop:
+      AppendEntry(proposal.ReplaceText ? kLabelKept : kLabelFound, proposal.SearchText, report);
+      if (answer.ReplaceAnswer == kStop) AppendStopLine(path, report);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace tessaril
