@@ -1,8 +1,5 @@
 #include "cli/transcript.h"
 
-#include <array>
-#include <cstdio>
-
 #include "cli/output.h"
 
 namespace tessaril {
@@ -12,17 +9,21 @@ std::string Quoted(const std::string& bytes) {
   std::string quoted = "\"";
   for (const char c : bytes) {
     const auto code = static_cast<unsigned char>(c);
+    const bool plain = code >= 0x20 && code < 0x80 && c != '"' && c != '\\';
+    if (plain) {
+      quoted += c;
+      continue;
+    }
     constexpr std::string_view kSpecial = "\"\\\b\f\n\r\t";
     constexpr std::string_view kLetters = "\"\\bfnrt";
     if (const std::size_t special = kSpecial.find(c); special != std::string_view::npos) {
       quoted += '\\';
       quoted += kLetters[special];
     } else if (code < 0x20) {
-      std::array<char, 8> escape;
-      std::snprintf(escape.data(), escape.size(), "\\u%04x", unsigned{code});
-      quoted += escape.data();
-    } else if (code < 0x80) {
-      quoted += c;
+      constexpr std::string_view kDigits = "0123456789abcdef";
+      quoted += "\\u00";
+      quoted += kDigits[code >> 4];
+      quoted += kDigits[code & 0xF];
     } else {
       quoted += static_cast<char>(0xC0 | code >> 6);
       quoted += static_cast<char>(0x80 | (code & 0x3F));
@@ -63,6 +64,7 @@ Status Transcript::Open(const std::string& path) {
 }
 
 void Transcript::Write(const Proposal& proposal, const ProposalAnswer& answer) {
+  if (!file_.is_open()) return;  // a run may have more findings than are worth writing for nobody
   const bool editable = proposal.ReplaceText.has_value();
   const Selection replace = editable ? proposal.ReplaceSelection : Selection{};
   const bool edited = editable && answer.ReplaceText != *proposal.ReplaceText;
