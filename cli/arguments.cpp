@@ -131,6 +131,7 @@ std::variant<Arguments, Farewell> Understand(const Found& found, Function functi
   arguments.answers = found.values.at("--answers");
   arguments.report = found.values.at("--report");
   arguments.transcript = found.values.at("--transcript");
+  arguments.data = found.values.at("--data");
   if (!ChooseMode(found, arguments)) return Refuse("only one of --yes, --ask and --answers may be given");
   return arguments;
 }
@@ -144,7 +145,7 @@ const std::vector<OptionRow>& AllOptions() {
       {"--case", "", "UPPER and lower case letters differ", {kSearch, kReplace}},
       {"--no-tags",
        "",
-       "take the texts as they are, without &name; entities (this version always does)",
+       "take the texts as they are; characters are not turned into &name; entities",
        {kSearch, kReplace}},
       {"--allow-uppercase", "", "upper-case letters in file names are no fault", {kLinks}},
       {"--cgi-name", "NAME", "links that hold NAME are not checked (default \"CGI-bin\")", {kLinks}},
@@ -154,7 +155,10 @@ const std::vector<OptionRow>& AllOptions() {
       {"--answers", "FILE", "take the answers from FILE, one a line", {}},
       {"--report", "FILE", "write the report to FILE instead of standard output", {}},
       {"--transcript", "FILE", "write each question and its answer to FILE, as JSON Lines", {}},
-      {"--data", "DIR", "folder of the entity data files (this version reads none)", {}},
+      {"--data",
+       "DIR",
+       "folder of the entity data files alphatg1.dat and alphatg2.dat (default: the program's)",
+       {}},
   };
   return options;
 }

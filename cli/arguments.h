@@ -22,6 +22,7 @@ struct Arguments {
   std::string answers;  // file names as given; empty when the option is not there
   std::string report;
   std::string transcript;
+  std::string data;
 };
 
 /// An option of `tsl`: everything that parser, help and man page say of it.

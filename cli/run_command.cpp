@@ -4,13 +4,13 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
 #include <system_error>
 #include <variant>
+#include <vector>
 
 #include "cli/answers_file.h"
 #include "cli/arguments.h"
@@ -18,6 +18,7 @@
 #include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/person.h"
+#include "cli/places.h"
 #include "cli/terminal_host.h"
 #include "cli/transcript.h"
 #include "engine/disk_files.h"
@@ -33,45 +34,6 @@ constexpr int kExitStopped = 3;
 int Refuse(const std::string& text) {
   std::cerr << "tsl: " << OneLine(text) << "\n";
   return kExitFailure;
-}
-
-// The folder that the program was started in, by the path that the shell went by where it can be believed.
-// Fails when it is there no more.
-Status StartFolder(std::string& start) {
-  struct stat by_name {};
-  struct stat here {};
-  const char* const name = std::getenv("PWD");
-  if (name != nullptr && name[0] == kSeparator && AbsolutePath("/", name) == name &&
-      stat(name, &by_name) == 0 && stat(".", &here) == 0 && by_name.st_dev == here.st_dev &&
-      by_name.st_ino == here.st_ino) {
-    start = name;
-    return {};
-  }
-  const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
-  if (folder == nullptr || folder.get()[0] != kSeparator) return Status::System(ENOENT);
-  start = folder.get();
-  return {};
-}
-
-// The folder to walk, or the one file as the marked one.
-Status ChoosePlace(const std::string& given, RunOptions& options) {
-  if (given.empty()) return Status::System(ENOENT);
-  std::string start;
-  if (given[0] != kSeparator) {
-    if (Status status = StartFolder(start); !status.ok()) return status;
-  }
-  const std::string path = AbsolutePath(start, given);
-  struct stat info {};
-  if (stat(path.c_str(), &info) != 0) return Status::System(errno);
-  if (S_ISDIR(info.st_mode)) {
-    options.dirList = path;
-    return {};
-  }
-  if (!S_ISREG(info.st_mode)) return Status::Failure("Not a regular file");
-  options.dirList = FolderOf(path);
-  options.filList = NameOf(path);
-  options.MarkedOnly = true;
-  return {};
 }
 
 Status MakeAnswerer(const Arguments& arguments, std::unique_ptr<Answerer>& answerer) {
@@ -107,12 +69,12 @@ int ExitStatusOf(const RunEnd& end, const RunState& state, Function function) {
   return end.found == found_is_good ? 0 : 1;
 }
 
-int Run(const Arguments& arguments, Answerer& answerer, Transcript& transcript) {
+int Run(const Arguments& arguments, DiskFiles& files, const Entities& entities, Answerer& answerer,
+        Transcript& transcript) {
   const bool unattended = arguments.mode == Mode::kReportOnly || arguments.mode == Mode::kYes;
   TerminalHost host(answerer, transcript, unattended);
-  DiskFiles files;
   RunState state;
-  const RunEnd end = SearchRun(files, host, arguments.options, state);
+  const RunEnd end = SearchRun(files, host, entities, arguments.options, state);
   bool failed = host.failures() > 0;
   if (end.started) {
     if (Status status = WriteReport(arguments.report, state.Results); !status.ok()) {
@@ -154,6 +116,18 @@ Status CheckApart(const Arguments& arguments) {
                : Status();
 }
 
+// Reads the entity data, which lie beside the program where the command line names no other folder.
+Status LoadEntities(const std::string& data, Files& files, Entities& entities) {
+  std::string folder;
+  if (Status status = data.empty() ? FindProgramFolder(folder) : MakeAbsolute(data, folder); !status.ok()) {
+    return status;
+  }
+  std::vector<std::string> notices;
+  Status status = entities.Load(files, folder, notices);
+  for (const std::string& notice : notices) std::cerr << "tsl: " << OneLine(notice) << "\n";
+  return status;
+}
+
 // Everything that can be found wrong before the run is, and nothing is touched until then.
 int Start(Arguments& arguments) {
   const FunctionRow& function = RowOf(arguments.options.function);
@@ -162,6 +136,12 @@ int Start(Arguments& arguments) {
   }
   if (Status status = ChoosePlace(arguments.path, arguments.options); !status.ok()) {
     return Refuse(arguments.path + ": " + status.reason());
+  }
+  DiskFiles files;
+  Entities entities;
+  if (Status status = LoadEntities(arguments.data, files, entities); !status.ok()) {
+    std::cerr << "tsl: " << Lines(status.reason()) << "\n";
+    return kExitFailure;
   }
   std::unique_ptr<Answerer> answerer;
   if (Status status = MakeAnswerer(arguments, answerer); !status.ok()) {
@@ -181,7 +161,7 @@ int Start(Arguments& arguments) {
   }
   NoteInterrupts();
   try {
-    return Run(arguments, *answerer, transcript);
+    return Run(arguments, files, entities, *answerer, transcript);
   } catch (const AnswersError& error) {
     return Refuse(error.what());
   }

@@ -24,10 +24,10 @@ std::size_t TerminalWidth() {
 
 }  // namespace
 
-TerminalHost::TerminalHost(Answerer& answerer, Transcript& transcript, bool show_questions)
+TerminalHost::TerminalHost(Answerer& answerer, Transcript& transcript, bool unattended)
     : answerer_(answerer),
       transcript_(transcript),
-      show_questions_(show_questions),
+      unattended_(unattended),
       progress_(isatty(STDERR_FILENO) != 0),
       next_progress_(std::chrono::steady_clock::now() + kProgressInterval) {}
 
@@ -44,7 +44,7 @@ ProposalAnswer TerminalHost::Propose(const Proposal& proposal) {
 
 bool TerminalHost::Ask(const Question& question) {
   ClearProgress();
-  if (show_questions_) std::cerr << "tsl: " << Lines(question.text) << "\n";
+  if (unattended_) std::cerr << "tsl: " << Lines(question.text) << "\n";
   const bool ok = answerer_.Ask(question);
   transcript_.WriteQuestion(question.text, ok);
   return ok;

@@ -14,15 +14,17 @@ namespace tessaril {
 /// and a line there tells how far the run is when it is a terminal.
 class TerminalHost : public RunHost {
  public:
-  /// `show_questions`: nobody reads the questions before the walk, so they are shown as messages.
-  TerminalHost(Answerer& answerer, Transcript& transcript, bool show_questions);
+  /// `unattended`: the answerer asks nobody, so that questions before the walk are shown as messages.
+  TerminalHost(Answerer& answerer, Transcript& transcript, bool unattended);
   ~TerminalHost() override;
   TerminalHost(const TerminalHost&) = delete;
   TerminalHost& operator=(const TerminalHost&) = delete;
 
   ProposalAnswer Propose(const Proposal& proposal) override;
+  bool AnswersUnasked() const override { return unattended_; }
   bool Ask(const Question& question) override;
   void Tell(const std::string& text) override;
+  void Warn(const std::string& text) override { Tell(text); }
   void TellFailure(const std::string& path, const std::string& reason) override;
   void CountFile(const std::string& path) override;
   void ShowActivity(std::string_view) override {}
@@ -39,7 +41,7 @@ class TerminalHost : public RunHost {
 
   Answerer& answerer_;
   Transcript& transcript_;
-  bool show_questions_;
+  bool unattended_;
   bool progress_;
   bool progress_shown_ = false;
   std::chrono::steady_clock::time_point next_progress_;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/byte_buffer.h"
+#include "engine/entities.h"
 #include "engine/files.h"
 #include "engine/functions.h"
 #include "engine/run_host.h"
@@ -21,7 +22,7 @@ struct RunOptions {
   std::string cboSearchSpec = "*.htm*;shtm*";
   bool MarkedOnly = false;  // only the marked file is searched
   bool ShowEach = true;     // each finding is put to the user
-  bool chkTags = true;      // search and replace texts are written with entities
+  bool chkTags = true;      // characters of the texts that have a name are searched for as entities
   bool ULcase = false;      // letter case matters
   bool UCfilename = false;
   bool CGI = true;
@@ -50,12 +51,20 @@ struct RunState {
   }
 };
 
+/// Search and replace text, valid UTF-8.
+struct SearchTexts {
+  std::string search;
+  std::string replace;
+};
+
 /// All that a worker needs, handed down by reference.
 struct RunContext {
   Files& files;
   RunHost& host;
   const RunOptions& options;
   RunState& state;
+  const Entities& entities;
+  SearchTexts texts;      // as they are searched for
   ByteBuffer page_bytes;  // memory for the page in hand
 };
 

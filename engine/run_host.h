@@ -51,11 +51,18 @@ class RunHost {
   /// Shows a finding and waits for the answer.
   virtual ProposalAnswer Propose(const Proposal& proposal) = 0;
 
+  /// Whether proposals are answered without anybody being asked. A page need not be written after each answer
+  /// then.
+  virtual bool AnswersUnasked() const = 0;
+
   /// True for OK, false for Cancel.
   virtual bool Ask(const Question& question) = 0;
 
   /// A message box with OK only.
   virtual void Tell(const std::string& text) = 0;
+
+  /// The same with an exclamation icon.
+  virtual void Warn(const std::string& text) = 0;
 
   /// A file or folder that could not be read or written, and why. The run goes on.
   virtual void TellFailure(const std::string& path, const std::string& reason) = 0;

@@ -53,7 +53,7 @@ std::string TextAndForm(const std::string& typed, const std::string& searched, b
   return typed + "\" as \"" + searched;
 }
 
-std::string Heading(const RunOptions& options, const SearchedTexts& typed, const SearchedTexts& searched) {
+std::string Heading(const RunOptions& options, const SearchTexts& typed, const SearchTexts& searched) {
   const std::string search = TextAndForm(typed.search, searched.search, options.chkTags);
   switch (options.function) {
     case Function::kLinks:
@@ -104,7 +104,7 @@ void Surround(std::string_view before, std::string_view after, std::string& text
 
 }  // namespace
 
-std::string MakeHeader(const RunOptions& options, const SearchedTexts& typed, const SearchedTexts& searched) {
+std::string MakeHeader(const RunOptions& options, const SearchTexts& typed, const SearchTexts& searched) {
   const std::string line = FolderLine(options);
   if (RowOf(options.function).HtmlOutput) {
     return "<H1>External links</H1>\r\n<P>" + ToLower(line + "<HR width=\"100%\">") + "</P>";

@@ -9,16 +9,10 @@
 
 namespace tessaril {
 
-/// Search and replace text as they are searched for, which differ from the ones typed where a character is
-/// written as an entity.
-struct SearchedTexts {
-  std::string search;
-  std::string replace;
-};
-
 /// The header of the report, or for functions that make one, the top of the page. `typed` are the texts as
-/// entered; all texts in it are UTF-8, paths as the file system has them.
-std::string MakeHeader(const RunOptions& options, const SearchedTexts& typed, const SearchedTexts& searched);
+/// entered, `searched` as they are searched for; all texts in it are UTF-8, paths as the file system has
+/// them.
+std::string MakeHeader(const RunOptions& options, const SearchTexts& typed, const SearchTexts& searched);
 
 /// Makes the finished text report of `Results`, which so far holds the findings, in its place. Findings
 /// shorter than 40 bytes in all count as none.

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "engine/ascii.h"
 #include "engine/file_filter.h"
 #include "engine/folder_walk.h"
 #include "engine/run_report.h"
@@ -30,6 +31,31 @@ bool Check(RunHost& host, const RunOptions& options) {
   return true;
 }
 
+// A text as it is searched for, its characters written as entities. One that then still holds characters
+// above 127 is searched for all the same.
+std::string ConvertText(RunHost& host, const Entities& entities, const std::string& text, const char* which) {
+  std::string converted = entities.EncodeEntities(text);
+  if (!IsAscii(converted)) {
+    host.Warn(std::string("Warning!\r\nThere is an illegal HTML character in the ") + which +
+              " string.\r\nThe results may consequently be unreliable!");
+  }
+  return converted;
+}
+
+// Keeps the texts of a text function as the user typed them, and gives them as they are searched for.
+SearchTexts KeepAndConvertTexts(RunHost& host, const Entities& entities, const RunOptions& options,
+                                RunState& state) {
+  SearchTexts texts{options.SearchTekst, options.ReplaceText};
+  const bool replacing = options.function == Function::kReplace;
+  if (options.function != Function::kSearch && !replacing) return texts;
+  state.SavedSearchText = texts.search;
+  state.SavedReplaceText = texts.replace;
+  if (!options.chkTags) return texts;
+  texts.search = ConvertText(host, entities, texts.search, "Search");
+  if (replacing) texts.replace = ConvertText(host, entities, texts.replace, "Replace");
+  return texts;
+}
+
 void Reset(RunState& state) {
   state.UnlinkedList.clear();
   state.StopRequested = false;
@@ -38,19 +64,16 @@ void Reset(RunState& state) {
 
 }  // namespace
 
-RunEnd SearchRun(Files& files, RunHost& host, const RunOptions& options, RunState& state) {
+RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const RunOptions& options,
+                 RunState& state) {
   if (!Check(host, options)) return {};
-  if (options.function == Function::kSearch || options.function == Function::kReplace) {
-    state.SavedSearchText = options.SearchTekst;
-    state.SavedReplaceText = options.ReplaceText;
-  }
-  const std::string header = MakeHeader(options, {state.SavedSearchText, state.SavedReplaceText},
-                                        {options.SearchTekst, options.ReplaceText});
+  const SearchTexts searched = KeepAndConvertTexts(host, entities, options, state);
+  const std::string header = MakeHeader(options, {state.SavedSearchText, state.SavedReplaceText}, searched);
   Reset(state);
   constexpr std::size_t kRoomForStopLines = 8192;  // the path of a file is the long part of them
   state.RoomForEnd = header.size() + kRoomForStopLines;
   const FunctionRow& function = RowOf(options.function);
-  RunContext run{files, host, options, state, {}};
+  RunContext run{files, host, options, state, entities, searched, {}};
   FolderWalk(run, function.worker).WalkFolder(options.dirList);
   if (Status status = files.FlushFolder(); !status.ok()) {
     host.TellFailure(files.CurrentFolder(), status.reason());

@@ -14,7 +14,8 @@ struct RunEnd {
 
 /// One run, from the press of Search to the finished report in `Results`: the checks, the texts, the header,
 /// the walk with the function's worker, the report. The function must have a worker.
-RunEnd SearchRun(Files& files, RunHost& host, const RunOptions& options, RunState& state);
+RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const RunOptions& options,
+                 RunState& state);
 
 }  // namespace tessaril
 

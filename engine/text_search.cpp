@@ -196,9 +196,8 @@ Status Erstat(const std::string& S, const std::string& R, const std::string& F, 
 }
 
 Status SearchFile(RunContext& run) {
-  const RunOptions& options = run.options;
-  const bool replacing = options.function == Function::kReplace;
-  return Erstat(options.SearchTekst, replacing ? options.ReplaceText : std::string(), run.state.RunFile, run);
+  const bool replacing = run.options.function == Function::kReplace;
+  return Erstat(run.texts.search, replacing ? run.texts.replace : std::string(), run.state.RunFile, run);
 }
 
 }  // namespace tessaril

@@ -15,7 +15,7 @@ namespace tessaril {
 /// A file that cannot be read or written comes back as a failure and has no block.
 Status Erstat(const std::string& S, const std::string& R, const std::string& F, RunContext& run);
 
-/// The worker of both text functions: Erstat on `RunFile` with the texts as they stand in the options.
+/// The worker of both text functions: Erstat on `RunFile` with the texts of the run.
 Status SearchFile(RunContext& run);
 
 }  // namespace tessaril

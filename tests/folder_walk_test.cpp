@@ -15,13 +15,10 @@ using Paths = std::vector<std::string>;
 
 class Walk : public testing::Test {
  protected:
-  Walk() {
-    options.ShowEach = false;
-    options.SearchTekst = "hit";
-  }
+  Walk() { options.ShowEach = false; }
   bool Run(const std::string& folder) {
     options.dirList = folder;
-    RunContext run{files, host, options, state, {}};
+    RunContext run{files, host, options, state, entities, {"hit", ""}, {}};
     return FolderWalk(run, SearchFile).WalkFolder(folder);
   }
 
@@ -29,6 +26,7 @@ class Walk : public testing::Test {
   ScriptHost host;
   RunOptions options;
   RunState state;
+  const Entities entities;
 };
 
 TEST_F(Walk, VisitsSubfoldersFirstAndTheLastOfThemFirst) {

@@ -4,6 +4,7 @@
 
 #include "engine/run_report.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/program_entities.h"
 #include "tests/support/script_host.h"
 
 namespace tessaril {
@@ -24,7 +25,7 @@ TEST(SearchRun, AssemblesTheReport) {
   files.contents = {{"/s/a.htm", "a hit"}, {"/s/b.htm", "none"}};
   ScriptHost host;
   RunState state;
-  const RunEnd end = SearchRun(files, host, OptionsFor(Function::kSearch), state);
+  const RunEnd end = SearchRun(files, host, {}, OptionsFor(Function::kSearch), state);
   const std::string rule(80, '-');
   EXPECT_EQ(state.Results, "In \"/s\" and all subdirectories:\r\n\r\nSearch text \"hit\" found:\r\n\r\n" +
                                rule + "\r\n/s/a.htm\r\n" + rule + "\r\n\r\n*** Found:\r\n...a hit...\r\n");
@@ -44,7 +45,7 @@ TEST(SearchRun, TakesLessThanFortyBytesForNothing) {
   for (const bool enough : {false, true}) {
     files.contents["/s/a.htm"] = enough ? "hit, 18 bytes long" : "hit, 17 bytes lon";
     RunState state;
-    EXPECT_TRUE(SearchRun(files, host, options, state).found);
+    EXPECT_TRUE(SearchRun(files, host, {}, options, state).found);
     const std::string findings =
         enough ? "\r\n\r\n*** Found:\r\n...hit, 18 bytes long..." : "\r\n*** None ***";
     EXPECT_EQ(state.Results, header + findings + "\r\n");
@@ -59,22 +60,58 @@ TEST(SearchRun, ChecksBeforeAnythingChanges) {
   options.cboSearchSpec = "*.css";
   RunState state;
   state.Results = "the last report";
-  EXPECT_FALSE(SearchRun(files, host, options, state).started);
+  EXPECT_FALSE(SearchRun(files, host, {}, options, state).started);
   EXPECT_EQ(host.questions, std::vector<std::string>{"*.css files are not HTML files! Continue?"});
   EXPECT_EQ(state.Results, "the last report");
   host.replies = {true};
-  EXPECT_TRUE(SearchRun(files, host, options, state).started);
+  EXPECT_TRUE(SearchRun(files, host, {}, options, state).started);
   EXPECT_EQ(files.contents["/s/a.css"], "new");
   options.MarkedOnly = true;
   host.replies = {true};
-  EXPECT_FALSE(SearchRun(files, host, options, state).started);
+  EXPECT_FALSE(SearchRun(files, host, {}, options, state).started);
   EXPECT_EQ(host.messages, std::vector<std::string>{"No file marked!"});
   host.questions.clear();
   RunOptions entities = OptionsFor(Function::kEntities);
-  EXPECT_FALSE(SearchRun(files, host, entities, state).started);
+  EXPECT_FALSE(SearchRun(files, host, {}, entities, state).started);
   EXPECT_EQ(host.questions,
             std::vector<std::string>{"Performing this function without manual control may cause unwanted "
                                      "results!\r\nDo you really want to continue?"});
+}
+
+TEST(SearchRun, WritesTheTextsWithEntities) {
+  const std::string warning = "Warning!\r\nThere is an illegal HTML character in the ";
+  const std::string unreliable = " string.\r\nThe results may consequently be unreliable!";
+  MemoryFiles files;
+  ScriptHost host;
+  RunOptions options = OptionsFor(Function::kReplace);
+  options.SearchTekst = "\xC3\xA9";
+  options.ReplaceText = "\xC3\xA8\xC4\x8D\xC4\x8D";
+  const auto run = [&] {
+    files.contents = {{"/s/a.htm", "\xE9 &eacute;"}};
+    host.messages.clear();
+    RunState state;
+    EXPECT_TRUE(SearchRun(files, host, ProgramEntities(), options, state).started);
+    EXPECT_EQ(state.SavedSearchText, options.SearchTekst);
+    EXPECT_EQ(state.SavedReplaceText, options.ReplaceText);
+    return state.Results;
+  };
+  EXPECT_NE(run().find("Search text \"\xC3\xA9\" as \"&eacute;\" found and changed to "
+                       "\"\xC3\xA8\xC4\x8D\xC4\x8D\" as \"&egrave;\xC4\x8D\xC4\x8D\" in:"),
+            std::string::npos);
+  EXPECT_EQ(files.contents["/s/a.htm"], "\xE9 &egrave;&#269;&#269;");
+  EXPECT_EQ(host.messages, std::vector<std::string>{warning + "Replace" + unreliable});
+  options.chkTags = false;
+  run();
+  EXPECT_EQ(files.contents["/s/a.htm"], "\xE8&#269;&#269; &eacute;");
+  EXPECT_TRUE(host.messages.empty());
+  options.chkTags = true;
+  options.SearchTekst = "\xC2\xA0";
+  run();
+  EXPECT_EQ(host.messages,
+            (std::vector<std::string>{warning + "Search" + unreliable, warning + "Replace" + unreliable}));
+  options.function = Function::kSearch;  // which has no replace text
+  run();
+  EXPECT_EQ(host.messages, std::vector<std::string>{warning + "Search" + unreliable});
 }
 
 TEST(SearchRun, SaysWhereItWasStopped) {
@@ -83,7 +120,7 @@ TEST(SearchRun, SaysWhereItWasStopped) {
   ScriptHost host;
   host.cancel_at = 1;
   RunState state;
-  SearchRun(files, host, OptionsFor(Function::kSearch), state);
+  SearchRun(files, host, {}, OptionsFor(Function::kSearch), state);
   EXPECT_TRUE(
       state.Results.ends_with("found:\r\n*** None ***\r\n\r\n   *** Stopped ***\r\nin file /s/a.htm\r\n"))
       << state.Results;
@@ -97,10 +134,10 @@ TEST(SearchRun, StartsAfresh) {
   RunState state;
   RunOptions options = OptionsFor(Function::kReplace);
   options.ShowEach = true;
-  SearchRun(files, host, options, state);
+  SearchRun(files, host, {}, options, state);
   EXPECT_TRUE(state.StopRequested);
   state.UnlinkedList = "\r\nU /s/old.htm";
-  EXPECT_TRUE(SearchRun(files, host, options, state).started);
+  EXPECT_TRUE(SearchRun(files, host, {}, options, state).started);
   EXPECT_FALSE(state.StopRequested);
   EXPECT_EQ(state.UnlinkedList, "");
   EXPECT_EQ(state.SavedReplaceText, "new");
@@ -109,10 +146,10 @@ TEST(SearchRun, StartsAfresh) {
 }
 
 TEST(RunReport, HasAHeadingForEachFunction) {
-  const auto header = [](RunOptions options, const SearchedTexts& searched) {
+  const auto header = [](RunOptions options, const SearchTexts& searched) {
     return MakeHeader(options, {"hit", "new"}, searched);
   };
-  const SearchedTexts same{"hit", "new"};
+  const SearchTexts same{"hit", "new"};
   const std::string where = "In \"/s\" and all subdirectories:\r\n\r\n";
   EXPECT_EQ(header(OptionsFor(Function::kLinks), same), where + "Internal link errors found:");
   EXPECT_EQ(header(OptionsFor(Function::kEntities), same), where + "&xxxx; type tag problems found:");

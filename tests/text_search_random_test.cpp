@@ -49,7 +49,8 @@ Outcome RunEngine(const PlainSearch& plain, const std::string& page) {
   options.MarkedOnly = true;
   RunState state;
   static ByteBuffer memory;
-  RunContext run{files, host, options, state, std::move(memory)};
+  const Entities entities;
+  RunContext run{files, host, options, state, entities, {}, std::move(memory)};
   EXPECT_TRUE(Erstat(plain.S, plain.R, "/p.htm", run).ok());
   memory = std::move(run.page_bytes);
   return {files.contents["/p.htm"], state.Results};

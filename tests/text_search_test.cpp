@@ -32,7 +32,7 @@ class TextSearch : public testing::Test {
   std::string Work(const std::string& S, const std::string& R, const std::string& page) {
     state = {};
     files.contents["/p.htm"] = page;
-    RunContext run{files, host, options, state, {}};
+    RunContext run{files, host, options, state, entities, {}, {}};
     status = Erstat(S, R, "/p.htm", run);
     return files.contents["/p.htm"];
   }
@@ -41,6 +41,7 @@ class TextSearch : public testing::Test {
   ScriptHost host;
   RunOptions options;
   RunState state;
+  const Entities entities;
   Status status;
 };
 

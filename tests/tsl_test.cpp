@@ -241,10 +241,12 @@ TEST_F(Tsl, TakesTextsAndPathsAsTheyAre) {
   EXPECT_EQ(RunTsl({"search", "--", "++", page}).status, 0);
   EXPECT_EQ(RunTsl({"search", "x", page, "--filter", "++"}).err,
             "tsl: ++ files are not HTML files! Continue?\n");
-  EXPECT_EQ(RunTsl({"search", "\xE9", page}).status, 0);
-  EXPECT_EQ(RunTsl({"search", "\xC3\xA9", page}).status, 0);
+  EXPECT_EQ(RunTsl({"search", "\xE9", page}).status, 1);  // searched for as "&eacute;"
+  EXPECT_EQ(RunTsl({"search", "\xE9", page, "--no-tags"}).status, 0);
+  EXPECT_EQ(RunTsl({"search", "\xC3\xA9", page, "--no-tags"}).status, 0);
   EXPECT_EQ(RunTsl({"search", "", page}).status, 1);
-  EXPECT_NE(RunTsl({"search", "\xE9", page}).out.find("Search text \"\xC3\xA9\" found:"), std::string::npos);
+  EXPECT_NE(RunTsl({"search", "\xE9", page}).out.find("Search text \"\xC3\xA9\" as \"&eacute;\" found:"),
+            std::string::npos);
   fs::create_symlink(folder, scratch / "link");
   EXPECT_TRUE(
       RunTsl({"search", "links", scratch / "link/"}).out.starts_with("In \"" + scratch / "link" + "\" and"));
@@ -304,7 +306,9 @@ TEST_F(Tsl, RespectsPermissions) {
   chmod((scratch / "open").c_str(), 0777);
   chmod((scratch / "open/b.htm").c_str(), 0444);
   chmod((scratch / "closed").c_str(), 0);
-  const ProgramEnd end = RunTsl({"replace", "hit", "new", folder, "--yes"}, as_nobody);
+  fs::copy(ENTITY_DATA, scratch / "data");  // where nobody can read it
+  const ProgramEnd end =
+      RunTsl({"replace", "hit", "new", folder, "--yes", "--data", scratch / "data"}, as_nobody);
   EXPECT_EQ(end.status, 2);
   EXPECT_EQ(end.err, "tsl: " + scratch / "open/b.htm" + denied + "tsl: " + scratch / "locked/a.htm" + denied +
                          "tsl: " + scratch / "closed" + denied);

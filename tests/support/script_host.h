@@ -17,6 +17,7 @@ class ScriptHost : public RunHost {
   std::deque<ProposalAnswer> answers;
   std::deque<bool> replies;
   int cancel_at = 0;  // Cancel is pressed at this call for input, counted from 1; 0 for never
+  bool unasked = false;
   std::function<void(const std::string& path)> on_file;
   std::function<void()> on_proposal;
 
@@ -42,7 +43,9 @@ class ScriptHost : public RunHost {
     replies.pop_front();
     return reply;
   }
+  bool AnswersUnasked() const override { return unasked; }
   void Tell(const std::string& text) override { messages.push_back(text); }
+  void Warn(const std::string& text) override { messages.push_back(text); }
   void TellFailure(const std::string& path, const std::string& reason) override {
     failures.push_back(path + ": " + reason);
   }
