@@ -185,4 +185,21 @@ __attribute__((target("avx2"))) std::size_t ByteSearch::FindWide(std::string_vie
 
 #endif
 
+std::size_t FindHighByteOr(char mark, std::string_view text) {
+  std::size_t place = 0;
+#if defined(__x86_64__)
+  constexpr std::size_t kWidth = 16;
+  const __m128i marks = _mm_set1_epi8(mark);
+  for (; place + kWidth <= text.size(); place += kWidth) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + place));
+    const int bits = _mm_movemask_epi8(_mm_or_si128(bytes, _mm_cmpeq_epi8(bytes, marks)));
+    if (bits != 0) return place + static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(bits)));
+  }
+#endif
+  for (; place < text.size(); ++place) {
+    if (text[place] == mark || static_cast<unsigned char>(text[place]) > 127) return place;
+  }
+  return ByteSearch::kNone;
+}
+
 }  // namespace tessaril

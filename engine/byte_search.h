@@ -47,6 +47,10 @@ class ByteSearch {
   std::uint64_t head_mask_ = 0;
 };
 
+/// The first place in `text` of a byte above 127 or of `mark`, which is below; ByteSearch::kNone when there
+/// is neither.
+std::size_t FindHighByteOr(char mark, std::string_view text);
+
 }  // namespace tessaril
 
 #endif  // TESSARIL_ENGINE_BYTE_SEARCH_H_

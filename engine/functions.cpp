@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "engine/entity_check.h"
 #include "engine/text_search.h"
 
 namespace tessaril {
@@ -11,7 +12,7 @@ constexpr std::array<FunctionRow, 7> kFunctions = {{
     {Function::kLinks, "&Internal link errors", "links", "check local links and anchors; list unlinked files",
      false, nullptr},
     {Function::kEntities, "&&&xxxx; tag errors", "entities",
-     "find characters and entities that should be written &name;", false, nullptr},
+     "find characters and entities that should be written &name;", false, CheckEntities},
     {Function::kExternal, "&External links list", "external",
      "list the links to other servers as an HTML page", true, nullptr},
     {Function::kSearch, "Search for &text", "search", "find a text", false, SearchFile},

@@ -38,5 +38,19 @@ TEST(ByteSearch, FindsWhatAPlainSearchFinds) {
   }
 }
 
+TEST(ByteSearch, FindsBytesAboveAsciiAndAMark) {
+  for (const char found : {'&', '\x80', '\xFF'}) {
+    for (std::size_t size = 0; size < 70; ++size) {
+      std::string text(size, '\x7F');
+      EXPECT_EQ(FindHighByteOr('&', text), ByteSearch::kNone);
+      for (std::size_t place = 0; place < size; ++place) {
+        text[place] = found;
+        ASSERT_EQ(FindHighByteOr('&', text), place);
+        text[place] = "\0%'"[place % 3];
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace tessaril
