@@ -157,7 +157,7 @@ const std::vector<OptionRow>& AllOptions() {
       {"--transcript", "FILE", "write each question and its answer to FILE, as JSON Lines", {}},
       {"--data",
        "DIR",
-       "folder of the entity data files alphatg1.dat and alphatg2.dat (default: the program's)",
+       "folder of alphatg1.dat and alphatg2.dat, the entity data (default: the program's)",
        {}},
   };
   return options;

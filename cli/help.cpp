@@ -69,6 +69,7 @@ const std::vector<Example>& Examples() {
       {"tsl replace --case 2025 2026 site", "show what would be replaced and change nothing"},
       {"tsl replace --case --yes 2025 2026 site", "replace it in all pages"},
       {"tsl replace --ask color colour site", "ask for each place"},
+      {"tsl entities --ask site", "ask for each character and entity that should be written &name;"},
       {"tsl search --filter '*.css;*.js' -- -moz- site",
        "search other files, for a text that begins with \"-\""},
   };

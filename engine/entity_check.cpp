@@ -7,6 +7,7 @@
 #include "engine/entities.h"
 #include "engine/finding.h"
 #include "engine/page_text.h"
+#include "engine/paths.h"
 #include "engine/report_pieces.h"
 
 namespace tessaril {
@@ -78,54 +79,60 @@ Verdict JudgeAmpersand(const Entities& entities, std::string_view text) {
   return JudgeByte(entities, '&');
 }
 
-// The check of one page.
+// The check of one page. Its block of the report grows at the end of `Results`, and is cut back to what is
+// true of the file on the disk when the check fails.
 class PageCheck {
  public:
   PageCheck(const std::string& F, PageText& page, FileStamp& stamp, RunContext& run)
-      : path_(F), page_(page), stamp_(stamp), run_(run) {}
+      : path_(F),
+        page_(page),
+        stamp_(stamp),
+        run_(run),
+        begin_(run.state.Results.size()),
+        true_end_(begin_) {}
 
   Status Run();
 
  private:
   Status GoThrough();
   Verdict Judge(std::string_view text);
+  void BeginBlock();
   Status PutToUser(std::size_t place, const Verdict& verdict);
-  Status Replace(const Finding& finding, const std::string& text, std::size_t entry_size);
+  Status Replace(const Finding& finding, const std::string& text);
   Status Write();
-  void MakeRoom(std::size_t entry_size);
-  void AppendBlock();
+  void CutBlock() { run_.state.Results.resize(written_ ? true_end_ : begin_); }
 
   const std::string& path_;
   PageText& page_;
   FileStamp& stamp_;
   RunContext& run_;
-  std::string header_;
-  std::string report_;
+  std::string file_name_;        // as the user sees it
+  const std::size_t begin_;      // where in `Results` the block begins,
+  std::size_t header_size_ = 0;  // how long its header is,
+  std::size_t true_end_;         // and where the last answer ends that has had its effect
   bool hit_ = false;
-  bool unwritten_ = false;  // accepted, not on the disk yet
-  bool written_ = false;    // something of what was accepted is on the disk
+  bool unwritten_ = false;  // something was accepted that is not on the disk yet
+  bool written_ = false;    // something that was accepted is
 };
 
 Status PageCheck::Run() {
   Status status;
   try {
     status = GoThrough();
-    if (status.ok() && unwritten_) {
-      MakeRoom(0);
-      status = Write();
-    }
+    if (status.ok() && unwritten_) status = Write();
   } catch (...) {
-    if (written_) AppendBlock();
+    CutBlock();
     throw;
   }
+  if (!status.ok()) CutBlock();
   if (!hit_ || (!status.ok() && !written_)) return status;
-  if (run_.state.StopRequested) {
-    run_.state.Results += report_;
+  RunState& state = run_.state;
+  if (state.StopRequested) {
+    state.Results.erase(begin_, header_size_);
     return status;
   }
-  AppendBlock();
-  run_.state.ReportTitle = "Search results";
-  run_.host.ShowReport(run_.state.Results, run_.state.ReportTitle);
+  state.ReportTitle = "Search results";
+  run_.host.ShowReport(state.Results, state.ReportTitle);
   return status;
 }
 
@@ -156,54 +163,46 @@ Verdict PageCheck::Judge(std::string_view text) {
   return JudgeByte(run_.entities, text[0]);
 }
 
-Status PageCheck::PutToUser(std::size_t place, const Verdict& verdict) {
+void PageCheck::BeginBlock() {
   hit_ = true;
+  file_name_ = ShortenedPath(path_);
+  if (!run_.options.MarkedOnly) AppendFileHeader(path_, run_.state.Results);
+  header_size_ = run_.state.Results.size() - begin_;
+}
+
+Status PageCheck::PutToUser(std::size_t place, const Verdict& verdict) {
+  if (!hit_) BeginBlock();
   const Finding finding = FindingAt(page_, place, verdict.length);
-  Proposal proposal = ProposeText(path_, page_, finding, verdict.proposed);
+  Proposal proposal = ProposeText(file_name_, page_, finding, verdict.proposed);
   proposal.Label4 = verdict.hint;
   const ProposalAnswer answer = run_.host.Propose(proposal);
-  std::string entry;
-  AppendAnswer(proposal, answer, path_, entry);
+  RunState& state = run_.state;
+  AppendAnswer(proposal, answer, path_, state.Results);
   if (answer.ReplaceAnswer == kReplace) {
-    if (Status status = Replace(finding, answer.ReplaceText, entry.size()); !status.ok()) return status;
+    if (Status status = Replace(finding, answer.ReplaceText); !status.ok()) return status;
   }
-  report_ += entry;
-  if (answer.ReplaceAnswer == kStop) run_.state.StopRequested = true;
+  true_end_ = state.Results.size();
+  if (answer.ReplaceAnswer == kStop) state.StopRequested = true;
   run_.host.HandleInput();
-  if (run_.host.CancelRequested()) run_.state.Cancel();
+  if (run_.host.CancelRequested()) state.Cancel();
   return {};
 }
 
-Status PageCheck::Replace(const Finding& finding, const std::string& text, std::size_t entry_size) {
-  const bool at_once = !run_.host.AnswersUnasked();
-  if (at_once) MakeRoom(entry_size);
+Status PageCheck::Replace(const Finding& finding, const std::string& text) {
   page_.Replace(finding.context_begin, finding.context_end, text);
   unwritten_ = true;
-  return at_once ? Write() : Status();
+  return run_.host.AnswersUnasked() ? Status() : Write();
 }
 
 Status PageCheck::Write() {
+  // Memory for all that is to be said comes first: no page is changed that the report is silent of.
+  run_.state.Results.reserve(run_.state.Results.size() + run_.state.RoomForEnd);
   Status status = run_.files.ReplaceContent(path_, stamp_, page_.Pieces());
   if (status.ok()) {
     unwritten_ = false;
     written_ = true;
   }
   return status;
-}
-
-// Memory for all that is to be said of a page comes before it is changed: the report is silent of no change.
-void PageCheck::MakeRoom(std::size_t entry_size) {
-  if (header_.empty() && !run_.options.MarkedOnly) AppendFileHeader(path_, header_);
-  RunState& state = run_.state;
-  report_.reserve(report_.size() + entry_size);
-  state.Results.reserve(state.Results.size() + header_.size() + report_.size() + entry_size +
-                        state.RoomForEnd);
-}
-
-void PageCheck::AppendBlock() {
-  if (header_.empty() && !run_.options.MarkedOnly) AppendFileHeader(path_, header_);
-  run_.state.Results += header_;
-  run_.state.Results += report_;
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "engine/paths.h"
 #include "engine/report_pieces.h"
 
 namespace tessaril {
@@ -15,21 +14,24 @@ Finding FindingAt(PageText& page, std::size_t place, std::size_t length) {
   return {place, length, page.CharacterAtOrBefore(begin), page.CharacterAtOrAfter(end)};
 }
 
-Proposal ShowFinding(const std::string& path, PageText& page, const Finding& finding) {
+Proposal ShowFinding(const std::string& file_name, PageText& page, const Finding& finding) {
   Proposal proposal;
-  proposal.FileName = ShortenedPath(path);
+  proposal.FileName = file_name;
   proposal.encoding = page.Encoding();
   page.AppendSlice(finding.context_begin, finding.context_end, proposal.SearchText);
   proposal.SearchSelection = {finding.place - finding.context_begin, finding.length};
   return proposal;
 }
 
-Proposal ProposeText(const std::string& path, PageText& page, const Finding& finding, std::string_view text) {
-  Proposal proposal = ShowFinding(path, page, finding);
+Proposal ProposeText(const std::string& file_name, PageText& page, const Finding& finding,
+                     std::string_view text) {
+  Proposal proposal = ShowFinding(file_name, page, finding);
   const auto [before, length] = proposal.SearchSelection;
-  proposal.ReplaceText = proposal.SearchText.substr(0, before);
-  *proposal.ReplaceText += text;
-  *proposal.ReplaceText += proposal.SearchText.substr(before + length);
+  std::string& field = proposal.ReplaceText.emplace();
+  field.reserve(proposal.SearchText.size() - length + text.size());
+  field.append(proposal.SearchText, 0, before);
+  field += text;
+  field.append(proposal.SearchText, before + length);
   proposal.ReplaceSelection = {before, text.size()};
   return proposal;
 }

@@ -24,11 +24,12 @@ struct Finding {
 
 Finding FindingAt(PageText& page, std::size_t place, std::size_t length);
 
-/// The finding without an editable field.
-Proposal ShowFinding(const std::string& path, PageText& page, const Finding& finding);
+/// The finding without an editable field. `file_name` is the page's path, shortened.
+Proposal ShowFinding(const std::string& file_name, PageText& page, const Finding& finding);
 
 /// The finding with an editable field that holds the same slice with `text` in the finding's place, selected.
-Proposal ProposeText(const std::string& path, PageText& page, const Finding& finding, std::string_view text);
+Proposal ProposeText(const std::string& file_name, PageText& page, const Finding& finding,
+                     std::string_view text);
 
 /// Enters into a file's report what the user said to a proposal. An answer that does not fit it (no known
 /// one, or a replacement where there is no editable field) leaves no trace.

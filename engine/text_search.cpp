@@ -9,6 +9,7 @@
 #include "engine/byte_search.h"
 #include "engine/finding.h"
 #include "engine/page_text.h"
+#include "engine/paths.h"
 #include "engine/phrase_match.h"
 #include "engine/report_pieces.h"
 
@@ -63,6 +64,7 @@ class PageSearch {
   bool key_case_ = false;              // what ULcase said when the key was made
   bool resume_behind_insert_ = false;  // an unasked replacement would be found again inside itself
   std::size_t next_ = 0;               // where the search goes on, from 0
+  std::string file_name_;              // as the user sees it; made when it is needed first
   std::string context_;
   std::string report_;
   bool hit_ = false;
@@ -161,9 +163,10 @@ bool PageSearch::PutToUser(const Occurrence& found) {
 }
 
 Proposal PageSearch::MakeProposal(const Occurrence& found) {
-  if (!replacing()) return ShowFinding(path_, page_, found.finding);
+  if (file_name_.empty()) file_name_ = ShortenedPath(path_);
+  if (!replacing()) return ShowFinding(file_name_, page_, found.finding);
   const std::string shown = WithBreak(R_, found.first_break, page_.LineEnd());
-  Proposal proposal = ProposeText(path_, page_, found.finding, shown);
+  Proposal proposal = ProposeText(file_name_, page_, found.finding, shown);
   const std::size_t extra = found.finding.length - S_.size();
   proposal.ReplaceSelection.length = R_.size() + extra;
   return proposal;

@@ -170,7 +170,7 @@ TEST_F(EntityCheck, ReportsWhatIsOnTheDiskWhenAWriteFails) {
   files.unwritable.insert("/p.htm");
   EXPECT_EQ(Check("\xE9", {As("x")}), "\xE9");
   EXPECT_EQ(status.reason(), "No space left on device");
-  EXPECT_EQ(state.Results, "");
+  EXPECT_TRUE(state.Results.empty() && host.shown.empty());
   files.unwritable.clear();
   host.on_proposal = [this] {
     if (host.proposals.size() == 2) files.unwritable.insert("/p.htm");
