@@ -79,39 +79,61 @@ TEST(SearchRun, ChecksBeforeAnythingChanges) {
 }
 
 TEST(SearchRun, WritesTheTextsWithEntities) {
-  const std::string warning = "Warning!\r\nThere is an illegal HTML character in the ";
-  const std::string unreliable = " string.\r\nThe results may consequently be unreliable!";
-  MemoryFiles files;
-  ScriptHost host;
-  RunOptions options = OptionsFor(Function::kReplace);
-  options.SearchTekst = "\xC3\xA9";
-  options.ReplaceText = "\xC3\xA8\xC4\x8D\xC4\x8D";
-  const auto run = [&] {
-    files.contents = {{"/s/a.htm", "\xE9 &eacute;"}};
-    host.messages.clear();
-    RunState state;
-    EXPECT_TRUE(SearchRun(files, host, ProgramEntities(), options, state).started);
-    EXPECT_EQ(state.SavedSearchText, options.SearchTekst);
-    EXPECT_EQ(state.SavedReplaceText, options.ReplaceText);
-    return state.Results;
+  const auto warning = [](const std::string& which) {
+    return "Warning!\r\nThere is an illegal HTML character in the " + which +
+           " string.\r\nThe results may consequently be unreliable!";
   };
-  EXPECT_NE(run().find("Search text \"\xC3\xA9\" as \"&eacute;\" found and changed to "
-                       "\"\xC3\xA8\xC4\x8D\xC4\x8D\" as \"&egrave;\xC4\x8D\xC4\x8D\" in:"),
-            std::string::npos);
-  EXPECT_EQ(files.contents["/s/a.htm"], "\xE9 &egrave;&#269;&#269;");
-  EXPECT_EQ(host.messages, std::vector<std::string>{warning + "Replace" + unreliable});
-  options.chkTags = false;
-  run();
-  EXPECT_EQ(files.contents["/s/a.htm"], "\xE8&#269;&#269; &eacute;");
-  EXPECT_TRUE(host.messages.empty());
-  options.chkTags = true;
-  options.SearchTekst = "\xC2\xA0";
-  run();
-  EXPECT_EQ(host.messages,
-            (std::vector<std::string>{warning + "Search" + unreliable, warning + "Replace" + unreliable}));
-  options.function = Function::kSearch;  // which has no replace text
-  run();
-  EXPECT_EQ(host.messages, std::vector<std::string>{warning + "Search" + unreliable});
+  using Texts = std::vector<std::string>;
+  struct Row {
+    Function function;
+    bool chkTags;
+    std::string search;
+    std::string heading;
+    std::string page;
+    Texts warnings;
+  };
+  const Row rows[] = {
+      {Function::kReplace,
+       true,
+       "\xC3\xA9",
+       "\" as \"&eacute;\" found and changed to \"\xC4\x8D!\xC3\xA8\" as \"\xC4\x8D!&egrave;\" in:",
+       "\xE9 &#269;!&egrave;",
+       {warning("Replace")}},
+      {Function::kReplace,
+       false,
+       "\xC3\xA9",
+       "\" found and changed to \"\xC4\x8D!\xC3\xA8\" in:",
+       "&#269;!\xE8 &eacute;",
+       {}},
+      {Function::kReplace,
+       true,
+       "\xC2\xA0\xC2\xA0",
+       "\" found and",
+       "\xE9 &eacute;",
+       {warning("Search"), warning("Replace")}},
+      {Function::kSearch,
+       true,
+       "\xC4\x8D\xC3\xA9",
+       "\" as \"\xC4\x8D&eacute;\" found:",
+       "\xE9 &eacute;",
+       {warning("Search")}},
+  };
+  for (const Row& row : rows) {
+    MemoryFiles files;
+    files.contents = {{"/s/a.htm", "\xE9 &eacute;"}};
+    ScriptHost host;
+    RunOptions options = OptionsFor(row.function);
+    options.SearchTekst = row.search;
+    options.ReplaceText = "\xC4\x8D!\xC3\xA8";
+    options.chkTags = row.chkTags;
+    RunState state;
+    SearchRun(files, host, ProgramEntities(), options, state);
+    EXPECT_NE(state.Results.find("Search text \"" + row.search + row.heading), std::string::npos)
+        << state.Results;
+    EXPECT_EQ(files.contents["/s/a.htm"], row.page);
+    EXPECT_EQ(host.messages, row.warnings);
+    EXPECT_EQ(state.SavedSearchText + state.SavedReplaceText, row.search + options.ReplaceText);
+  }
 }
 
 TEST(SearchRun, SaysWhereItWasStopped) {
