@@ -68,51 +68,78 @@ std::optional<std::uint32_t> HexadecimalCode(std::string_view text) {
   return Number(text, 16);
 }
 
-Status Entities::Load(Files& files, const std::string& folder, std::vector<std::string>& notices) {
+// What is to be told about one data file, up to as many lines as somebody would read.
+class Entities::Notices {
+ public:
+  Notices(const std::string& path, std::vector<std::string>& notices) : path_(path), notices_(notices) {}
+
+  void Add(std::size_t line, const char* text) {
+    constexpr std::size_t kMost = 10;
+    if (++count_ <= kMost) {
+      notices_.push_back(path_ + ":" + std::to_string(line) + ": " + text);
+    } else {
+      const std::string more = path_ + ": and " + std::to_string(count_ - kMost) + " more lines";
+      if (count_ == kMost + 1) notices_.emplace_back();
+      notices_.back() = more;
+    }
+  }
+  void Add(const char* text) { notices_.push_back(path_ + ": " + text); }
+
+ private:
+  const std::string& path_;
+  std::vector<std::string>& notices_;
+  std::size_t count_ = 0;
+};
+
+std::array<std::string, 2> Entities::DataFiles(const std::string& folder) {
+  return {JoinPath(folder, "alphatg1.dat"), JoinPath(folder, "alphatg2.dat")};
+}
+
+Status Entities::Load(Files& files, const std::string& folder, std::vector<std::string>& all_notices) {
   Entities loaded;
   ByteBuffer bytes;
   FileStamp stamp;
-  const auto read = [&](const char* name, auto read_content) -> Status {
-    const std::string path = JoinPath(folder, name);
+  const auto read = [&](const std::string& path, auto read_content) -> Status {
     if (Status status = files.Read(path, bytes, stamp); !status.ok()) {
       return Status::Failure(status.reason() + "\r\nCan't find file " + path);
     }
-    (loaded.*read_content)(path, bytes.view(), notices);
+    std::string_view content = bytes.view();
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (content.starts_with(kByteOrderMark)) content.remove_prefix(kByteOrderMark.size());
+    Notices notices(path, all_notices);
+    (loaded.*read_content)(content, notices);
     return {};
   };
-  if (Status status = read("alphatg1.dat", &Entities::ReadTable); !status.ok()) return status;
-  if (Status status = read("alphatg2.dat", &Entities::ReadDoubtful); !status.ok()) return status;
+  const auto [table, doubtful] = DataFiles(folder);
+  if (Status status = read(table, &Entities::ReadTable); !status.ok()) return status;
+  if (Status status = read(doubtful, &Entities::ReadDoubtful); !status.ok()) return status;
   *this = std::move(loaded);
   return {};
 }
 
-void Entities::ReadTable(const std::string& path, std::string_view content,
-                         std::vector<std::string>& notices) {
+void Entities::ReadTable(std::string_view content, Notices& notices) {
   ForEachLine(content, [&](std::string_view line, std::size_t number) {
-    const auto notice = [&](const char* reason) {
-      notices.push_back(path + ":" + std::to_string(number) + ": " + reason);
-    };
     if (EntityTable.size() == kMostRows) {
-      notice("more than 131 rows; the rest is ignored");
+      notices.Add(number, "more than 131 rows; the rest is ignored");
       return false;
     }
     const std::size_t comma = line.find(',');
+    const std::string_view name = line.substr(0, comma);
     if (comma == std::string_view::npos) {
-      notice("no comma; the line is skipped");
-      return true;
-    }
-    const std::optional<char> character = CharacterOf(line.substr(comma + 1));
-    if (!character) {
-      notice("not one character of a code from 0 to 255; the line is skipped");
-      return true;
-    }
-    if (comma == 0) {
-      notice("no name; the table ends here");
+      notices.Add(number, "no comma; the line is skipped");
+    } else if (const std::optional<char> character = CharacterOf(line.substr(comma + 1)); !character) {
+      notices.Add(number, "not one character of a code from 0 to 255; the line is skipped");
+    } else if (!IsAscii(name) || name.find_first_of("&;") != std::string_view::npos) {
+      notices.Add(number, "a name that no entity can have; the line is skipped");
+    } else if (name.empty()) {
+      notices.Add(number, "no name; the table ends here");
       return false;
+    } else {
+      EntityTable.push_back({std::string(name), *character});
     }
-    EntityTable.push_back({std::string(line.substr(0, comma)), *character});
     return true;
   });
+  if (EntityTable.empty()) notices.Add("no names of characters");
   for (const Row& row : EntityTable) {
     names_.insert(row.name);
     EntityChars += row.character;
@@ -120,16 +147,14 @@ void Entities::ReadTable(const std::string& path, std::string_view content,
   EntityChars.erase(0, 1);
 }
 
-void Entities::ReadDoubtful(const std::string& path, std::string_view content,
-                            std::vector<std::string>& notices) {
+void Entities::ReadDoubtful(std::string_view content, Notices& notices) {
   std::size_t count = 0;
   ForEachLine(content, [&](std::string_view line, std::size_t number) {
-    const auto end_with = [&](const char* reason) {
-      notices.push_back(path + ":" + std::to_string(number) + ": " + reason);
+    const bool full = count == kMostDoubtful;
+    if (full || line.empty()) {
+      notices.Add(number, full ? "more than 201 rows; the rest is ignored" : "no name; the list ends here");
       return false;
-    };
-    if (count == kMostDoubtful) return end_with("more than 201 rows; the rest is ignored");
-    if (line.empty()) return end_with("no name; the list ends here");
+    }
     DoubtfulNames.emplace(line);
     ++count;
     return true;

@@ -1,6 +1,7 @@
 #ifndef TESSARIL_ENGINE_ENTITIES_H_
 #define TESSARIL_ENGINE_ENTITIES_H_
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -19,10 +20,13 @@ namespace tessaril {
 /// Windows-1252, names stand without "&" and ";", and every comparison is exact, letter case included.
 class Entities {
  public:
-  /// Reads "alphatg1.dat" (lines of a name, "," and a character or "#" and its decimal code) and
-  /// "alphatg2.dat" (lines of a name) in `folder`. A line that cannot be used takes no row and is named in
-  /// `notices`, as are rows too many. On failure the reason is the whole message for the user, two lines that
-  /// name the file, and nothing has been read.
+  /// The paths of "alphatg1.dat" (lines of a name, "," and a character or "#" and its decimal code) and
+  /// "alphatg2.dat" (lines of a name).
+  static std::array<std::string, 2> DataFiles(const std::string& folder);
+
+  /// Reads both in `folder`. A line that cannot be used takes no row and is named in `notices`, as are rows
+  /// too many. On failure the reason is the whole message for the user, two lines that name the file, and
+  /// nothing has been read.
   Status Load(Files& files, const std::string& folder, std::vector<std::string>& notices);
 
   /// The name that is proposed for a character, from row 1 on; empty when it has none. (Row 0 is the
@@ -50,8 +54,9 @@ class Entities {
   };
   using NameSet = std::unordered_set<std::string, Hash, std::equal_to<>>;
 
-  void ReadTable(const std::string& path, std::string_view content, std::vector<std::string>& notices);
-  void ReadDoubtful(const std::string& path, std::string_view content, std::vector<std::string>& notices);
+  class Notices;
+  void ReadTable(std::string_view content, Notices& notices);
+  void ReadDoubtful(std::string_view content, Notices& notices);
 
   std::vector<Row> EntityTable;  // at most 131
   std::string EntityChars;       // the characters of rows 1 up

@@ -14,18 +14,19 @@ TEST(Entities, ReadsWhatCanBeUsedAndTellsTheRest) {
   MemoryFiles files;
   files.contents["/d/alphatg1.dat"] =
       "nbsp,#160\r\nno comma\r\neacute,\xE9\r\ncomma,,\r\n\r\nwide,\xC3\xA9\r\nhigh,#256\r\nhigh,#255.5\r\n"
-      "none,#\r\nempty,\r\nhex,#x41\r\nagrave,#224.4\nand,&\nand2,#38\n,#65\r\nB,#66";
-  files.contents["/d/alphatg2.dat"] = "hearts\r\neacute\n\r\nspades\r\n";
+      "none,#\r\nempty,\r\nhex,#x41\r\nagrave,#224.4\nand,&\nand2,#38\nAT&T,&\r\n,#65\r\nB,#66";
+  files.contents["/d/alphatg2.dat"] = "\xEF\xBB\xBFhearts\r\neacute\n\r\nspades\r\n";
   Entities entities;
   Lines notices;
   ASSERT_TRUE(entities.Load(files, "/d", notices).ok());
-  ASSERT_EQ(notices.size(), 10U);
+  ASSERT_EQ(notices.size(), 11U);
   for (const std::size_t i : {0U, 1U})
     EXPECT_EQ(notices[i], "/d/alphatg1.dat:" + std::to_string(2 + 3 * i) + ": no comma; the line is skipped");
   for (std::size_t i = 2; i < 8; ++i)
     EXPECT_TRUE(notices[i].starts_with("/d/alphatg1.dat:" + std::to_string(4 + i) + ": not one character"));
-  EXPECT_EQ(notices[8], "/d/alphatg1.dat:15: no name; the table ends here");
-  EXPECT_EQ(notices[9], "/d/alphatg2.dat:3: no name; the list ends here");
+  EXPECT_EQ(notices[8], "/d/alphatg1.dat:15: a name that no entity can have; the line is skipped");
+  EXPECT_EQ(notices[9], "/d/alphatg1.dat:16: no name; the table ends here");
+  EXPECT_EQ(notices[10], "/d/alphatg2.dat:3: no name; the list ends here");
   EXPECT_EQ(entities.NameForNumeric('\xA0'), "nbsp");
   EXPECT_EQ(entities.NameForCharacter('\xA0'), "");
   EXPECT_EQ(entities.NameForCharacter('\xE9'), "eacute");
@@ -33,6 +34,7 @@ TEST(Entities, ReadsWhatCanBeUsedAndTellsTheRest) {
   EXPECT_EQ(entities.NameForCharacter('&'), "and");  // the first of two
   EXPECT_EQ(entities.NameForCharacter('B'), "");
   EXPECT_TRUE(entities.IsGood("nbsp") && entities.IsGood("and2") && entities.IsDoubtful("eacute"));
+  EXPECT_TRUE(entities.IsDoubtful("hearts"));
   EXPECT_FALSE(entities.IsGood("") || entities.IsGood("B") || entities.IsGood("Eacute"));
   EXPECT_FALSE(entities.IsDoubtful("") || entities.IsDoubtful("spades"));
   EXPECT_EQ(entities.EncodeEntities("\xC2\xA0\xC3\xA9&,"), "\xC2\xA0&eacute;&and;&comma;");
@@ -55,6 +57,12 @@ TEST(Entities, IgnoresRowsTooMany) {
   EXPECT_EQ(entities.Load(files, "/d", notices).reason(),
             "No such file or directory\r\nCan't find file /d/alphatg2.dat");
   EXPECT_TRUE(entities.IsGood("n130"));
+  files.contents = {{"/d/alphatg1.dat", std::string(15, '\n')}, {"/d/alphatg2.dat", ""}};
+  notices.clear();
+  ASSERT_TRUE(entities.Load(files, "/d", notices).ok());
+  ASSERT_EQ(notices.size(), 12U);  // the first ten
+  EXPECT_EQ(notices[10], "/d/alphatg1.dat: and 5 more lines");
+  EXPECT_EQ(notices[11], "/d/alphatg1.dat: no names of characters");
 }
 
 TEST(Entities, ReadsCodes) {
