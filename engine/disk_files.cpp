@@ -18,7 +18,7 @@ namespace tessaril {
 namespace {
 
 // Opens a folder by a path of any length, piece by piece where the system would refuse the whole.
-Status OpenFolderAt(std::string_view path, FileHandle& folder) {
+Status OpenFolderAt(std::string_view path, int access, FileHandle& folder) {
   constexpr std::size_t kLongest = PATH_MAX - 1;
   int base = AT_FDCWD;
   FileHandle passed;
@@ -27,7 +27,7 @@ Status OpenFolderAt(std::string_view path, FileHandle& folder) {
     if (length > kLongest) length = path.rfind(kSeparator, kLongest);
     if (length == 0 || length == std::string_view::npos) return Status::System(ENAMETOOLONG);
     const std::string piece(path.substr(0, length));
-    FileHandle next(openat(base, piece.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    FileHandle next(openat(base, piece.c_str(), access | O_DIRECTORY | O_CLOEXEC));
     if (!next.is_open()) return Status::System(errno);
     path.remove_prefix(std::min(length + 1, path.size()));
     if (path.empty()) {
@@ -89,12 +89,14 @@ Status ReadAll(int file, std::size_t expected, ByteBuffer& bytes) {
 
 }  // namespace
 
-Status DiskFiles::FolderFor(std::string_view folder, OpenFolder& open_folder) {
+Status DiskFiles::FolderFor(std::string_view folder, Purpose purpose, OpenFolder& open_folder) {
   if (current_.is_open() && folder == current_folder_) {
     open_folder.descriptor = current_.get();
     return {};
   }
-  Status status = OpenFolderAt(folder, open_folder.own);
+  // A folder that may be entered but not listed is good enough for reading.
+  const int access = purpose == Purpose::kRead ? O_PATH : O_RDONLY;
+  Status status = OpenFolderAt(folder, access, open_folder.own);
   open_folder.descriptor = open_folder.own.get();
   return status;
 }
@@ -102,7 +104,7 @@ Status DiskFiles::FolderFor(std::string_view folder, OpenFolder& open_folder) {
 Status DiskFiles::ListFolder(const std::string& folder, std::vector<FolderEntry>& entries, FileStamp& stamp) {
   entries.clear();
   FileHandle handle;
-  if (Status status = OpenFolderAt(folder, handle); !status.ok()) return status;
+  if (Status status = OpenFolderAt(folder, O_RDONLY, handle); !status.ok()) return status;
   stamp = FolderStamp(handle.get());
   const auto close_stream = [](DIR* stream) { closedir(stream); };
   const std::unique_ptr<DIR, decltype(close_stream)> stream(fdopendir(handle.get()), close_stream);
@@ -126,7 +128,7 @@ bool DiskFiles::FolderIsUnchanged(const std::string& folder, const FileStamp& st
 Status DiskFiles::EnterFolder(const std::string& folder) {
   if (current_.is_open() && folder == current_folder_) return {};
   FileHandle next;
-  if (Status status = OpenFolderAt(folder, next); !status.ok()) return status;
+  if (Status status = OpenFolderAt(folder, O_RDONLY, next); !status.ok()) return status;
   Status flushed = FlushFolder();
   current_ = std::move(next);
   current_folder_ = folder;
@@ -136,7 +138,7 @@ Status DiskFiles::EnterFolder(const std::string& folder) {
 Status DiskFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) {
   bytes.SetSize(0);
   OpenFolder folder;
-  if (Status status = FolderFor(FolderOf(path), folder); !status.ok()) return status;
+  if (Status status = FolderFor(FolderOf(path), Purpose::kRead, folder); !status.ok()) return status;
   const char* const name = path.c_str() + (path.size() - NameOf(path).size());
   // Not blocking, so that a pipe in a page's place is noticed instead of waited for.
   const FileHandle file(openat(folder.descriptor, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
@@ -157,7 +159,7 @@ Status DiskFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& st
 Status DiskFiles::ReplaceContent(const std::string& path, FileStamp& stamp,
                                  std::span<const std::string_view> pieces) {
   OpenFolder folder;
-  if (Status status = FolderFor(FolderOf(path), folder); !status.ok()) return status;
+  if (Status status = FolderFor(FolderOf(path), Purpose::kChange, folder); !status.ok()) return status;
   Status flushed;
   Status status = ReplaceFile(folder.descriptor, std::string(NameOf(path)), stamp, pieces, flushed);
   if (!status.ok()) return status;

@@ -34,7 +34,9 @@ class DiskFiles : public Files {
     int descriptor = -1;
     FileHandle own;
   };
-  Status FolderFor(std::string_view folder, OpenFolder& open_folder);
+  // What the folder is opened for: to open a file in it, or to change and flush it as well.
+  enum class Purpose { kRead, kChange };
+  Status FolderFor(std::string_view folder, Purpose purpose, OpenFolder& open_folder);
 
   std::string current_folder_;
   FileHandle current_;
