@@ -84,10 +84,11 @@ class TemporaryFile {
       std::array<char, 48> name;
       std::snprintf(name.data(), name.size(), ".tessaril-%lx-%x", static_cast<unsigned long>(getpid()),
                     counter.fetch_add(1));
-      file_ =
-          FileHandle(openat(folder_, name.data(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+      std::string its_name(name.data());  // whose memory comes before the file
+      file_ = FileHandle(
+          openat(folder_, its_name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
       if (file_.is_open()) {
-        name_ = name.data();
+        name_ = std::move(its_name);
         return {};
       }
       if (errno != EEXIST) break;
