@@ -106,22 +106,27 @@ bool IsSameFile(const std::string& a, const std::string& b) {
 Status CheckApart(const Arguments& arguments) {
   const std::string page =
       arguments.options.MarkedOnly ? JoinPath(arguments.options.dirList, arguments.options.filList) : "";
-  const std::string* const read[] = {&page, &arguments.answers};
+  const auto [table, doubtful] = Entities::DataFiles(arguments.data);
+  const std::string* const read[] = {&page, &arguments.answers, &table, &doubtful};
   const std::string* const written[] = {&arguments.report, &arguments.transcript};
   bool clash = IsSameFile(arguments.report, arguments.transcript);
   for (const std::string* const input : read) {
     for (const std::string* const output : written) clash = clash || IsSameFile(*input, *output);
   }
-  return clash ? Status::Failure("report, transcript, answers and the page must be different files")
+  return clash ? Status::Failure(
+                     "report, transcript, answers, entity data and the page must be different files")
                : Status();
 }
 
-// Reads the entity data, which lie beside the program where the command line names no other folder.
-Status LoadEntities(const std::string& data, Files& files, Entities& entities) {
-  std::string folder;
-  if (Status status = data.empty() ? FindProgramFolder(folder) : MakeAbsolute(data, folder); !status.ok()) {
-    return status;
-  }
+// The folder of the entity data: the one that was named, or else the program's.
+Status ChooseData(std::string& data) {
+  if (data.empty()) return FindProgramFolder(data);
+  const std::string given = data;
+  Status status = MakeAbsolute(given, data);
+  return status.ok() ? Status() : Status::Failure(given + ": " + status.reason());
+}
+
+Status LoadEntities(const std::string& folder, Files& files, Entities& entities) {
   std::vector<std::string> notices;
   Status status = entities.Load(files, folder, notices);
   for (const std::string& notice : notices) std::cerr << "tsl: " << OneLine(notice) << "\n";
@@ -137,6 +142,7 @@ int Start(Arguments& arguments) {
   if (Status status = ChoosePlace(arguments.path, arguments.options); !status.ok()) {
     return Refuse(arguments.path + ": " + status.reason());
   }
+  if (Status status = ChooseData(arguments.data); !status.ok()) return Refuse(status.reason());
   DiskFiles files;
   Entities entities;
   if (Status status = LoadEntities(arguments.data, files, entities); !status.ok()) {
@@ -171,17 +177,16 @@ int Start(Arguments& arguments) {
 
 int RunCommand(int argc, const char* const* argv) {
   ReserveStandardStreams();
-  std::variant<Arguments, Farewell> parsed = ParseArguments(argc, argv);
-  if (const auto* const farewell = std::get_if<Farewell>(&parsed)) {
-    if (farewell->exit_status != 0) {
-      std::cerr << farewell->text;
-      return farewell->exit_status;
-    }
-    const Status status = WriteAll(STDOUT_FILENO, farewell->text);
-    return status.ok() ? 0 : Refuse("standard output: " + status.reason());
-  }
   try {
-    return Start(std::get<Arguments>(parsed));
+    std::variant<Arguments, Farewell> parsed = ParseArguments(argc, argv);
+    if (auto* const arguments = std::get_if<Arguments>(&parsed)) return Start(*arguments);
+    const Farewell& farewell = std::get<Farewell>(parsed);
+    if (farewell.exit_status != 0) {
+      std::cerr << farewell.text;
+      return farewell.exit_status;
+    }
+    const Status status = WriteAll(STDOUT_FILENO, farewell.text);
+    return status.ok() ? 0 : Refuse("standard output: " + status.reason());
   } catch (const std::bad_alloc&) {
     return Refuse(Status::System(ENOMEM).reason());
   }
