@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include "tests/support/memory_files.h"
 #include "tests/support/program_entities.h"
 #include "tests/support/script_host.h"
@@ -21,7 +23,7 @@ class EntityCheck : public testing::Test {
     host.proposals.clear();
     host.answers = answers;
     state = {};
-    RunContext run{files, host, options, state, ProgramEntities(), {}, {}};
+    RunContext run{files, host, options, state, entities, {}, {}};
     status = ErstatAlfa("/p.htm", run);
     return files.contents["/p.htm"];
   }
@@ -32,6 +34,7 @@ class EntityCheck : public testing::Test {
   ScriptHost host;
   RunOptions options;
   RunState state;
+  Entities entities = ProgramEntities();
   Status status;
 };
 
@@ -90,6 +93,21 @@ TEST_F(EntityCheck, ProposesWhatTheRulesSay) {
     EXPECT_EQ(proposals, row.proposals) << row.page;
     EXPECT_EQ(state.Results.empty(), row.proposals.empty()) << row.page;
   }
+}
+
+TEST_F(EntityCheck, GoesByTheDataItWasGiven) {
+  files.contents["/d/alphatg1.dat"] = "null,#0\r\namp,&\r\nboth,\xE9\r\n";
+  files.contents["/d/alphatg2.dat"] = "both\r\nlt\r\n#65\r\n";
+  Lines notices;
+  ASSERT_TRUE(entities.Load(files, "/d", notices).ok());
+  Check("&lt;&null;&both;&#65;&#x;&");
+  const auto& shown = host.proposals;
+  ASSERT_EQ(shown.size(), 4U);
+  EXPECT_EQ(shown[0].Label4, "Replace doubtful tag!");
+  EXPECT_EQ(shown[1].Label4, "Character: A");
+  EXPECT_EQ(shown[2].ReplaceText, "lt;&null;&both;&#65;&null;&");  // what is no number counts as 0
+  EXPECT_EQ(shown[3].ReplaceText, "null;&both;&#65;&#x;&amp;");
+  EXPECT_EQ(shown[3].Label4, "");
 }
 
 TEST_F(EntityCheck, GoesOnInTheChangedText) {
@@ -171,6 +189,12 @@ TEST_F(EntityCheck, ReportsWhatIsOnTheDiskWhenAWriteFails) {
   EXPECT_EQ(Check("\xE9", {As("x")}), "\xE9");
   EXPECT_EQ(status.reason(), "No space left on device");
   EXPECT_TRUE(state.Results.empty() && host.shown.empty());
+  Check("\xE9\xE8", {{kKeep, ""}, As("x")});
+  EXPECT_TRUE(state.Results.empty() && host.shown.empty());
+  host.unasked = true;
+  EXPECT_EQ(Check("\xE9\xE8", {As("x\xE8"), As("xy")}), "\xE9\xE8");
+  EXPECT_TRUE(state.Results.empty() && host.shown.empty());
+  host.unasked = false;
   files.unwritable.clear();
   host.on_proposal = [this] {
     if (host.proposals.size() == 2) files.unwritable.insert("/p.htm");
@@ -178,6 +202,16 @@ TEST_F(EntityCheck, ReportsWhatIsOnTheDiskWhenAWriteFails) {
   EXPECT_EQ(Check("\xE9\xE8", {As("&eacute;\xE8"), As("x")}), "&eacute;\xE8");
   EXPECT_EQ(status.reason(), "No space left on device");
   EXPECT_TRUE(state.Results.ends_with("-\r\n\r\n*** Changed:\r\n...\xE9\xE8...")) << state.Results;
+  EXPECT_EQ(host.shown, Lines{"Search results"});
+  files.unwritable.clear();
+  for (const bool changed : {false, true}) {
+    host.on_proposal = [this] {
+      if (host.proposals.size() == 2) throw std::bad_alloc();
+    };
+    EXPECT_THROW(Check("\xE9\xE8", {{changed ? kReplace : kKeep, "x\xE8"}}), std::bad_alloc);
+    EXPECT_EQ(state.Results.empty(), !changed);
+  }
+  EXPECT_EQ(host.files.size(), 6U);  // each was counted
 }
 
 }  // namespace

@@ -80,7 +80,7 @@ TEST(SearchRun, ChecksBeforeAnythingChanges) {
 
 TEST(SearchRun, WritesTheTextsWithEntities) {
   const auto warning = [](const std::string& which) {
-    return "Warning!\r\nThere is an illegal HTML character in the " + which +
+    return "(!) Warning!\r\nThere is an illegal HTML character in the " + which +
            " string.\r\nThe results may consequently be unreliable!";
   };
   using Texts = std::vector<std::string>;

@@ -132,14 +132,16 @@ TEST_F(Tsl, ReadsTheEntityDataOfAFolder) {
   scratch.Write("r", "old");
   scratch.Write("data/alphatg1.dat", "nbsp,#160\r\nacute,#233\r\nodd\r\n");
   const std::string data = scratch / "data";
-  const Words check{"entities", scratch / "a.htm", "--yes", "--data", data, "--report", scratch / "r"};
-  EXPECT_EQ(RunTsl(check).status, 2);
-  EXPECT_EQ(RunTsl(check).err, "tsl: " + data + "/alphatg1.dat:3: no comma; the line is skipped\n" +
-                                   "tsl: No such file or directory\nCan't find file " + data +
-                                   "/alphatg2.dat\n");
+  const Words check{"entities", scratch / "a.htm", "--yes", "--data", "./data/", "--report", scratch / "r"};
+  const auto enter = [this] { EXPECT_EQ(chdir(folder.c_str()), 0); };
+  EXPECT_EQ(RunTsl(check, enter).status, 2);
+  EXPECT_EQ(RunTsl(check, enter).err, "tsl: " + data + "/alphatg1.dat:3: no comma; the line is skipped\n" +
+                                          "tsl: No such file or directory\nCan't find file " + data +
+                                          "/alphatg2.dat\n");
   EXPECT_EQ(scratch.Read("r"), "old");
   scratch.Write("data/alphatg2.dat", "");
-  EXPECT_EQ(RunTsl(check).status, 1);
+  EXPECT_EQ(RunTsl({"entities", folder, "--data", data, "--transcript", data + "/alphatg2.dat"}).status, 2);
+  EXPECT_EQ(RunTsl(check, enter).status, 1);
   EXPECT_EQ(scratch.Read("a.htm"), "&acute;");
 }
 
@@ -156,11 +158,14 @@ TEST_F(Tsl, EndsWhereAnAnswerDoesNotFit) {
       {"replace", "replace\nkeep \\x4\n", ":2: unknown escape in \"\\x5Cx4\""},
       {"search", "keep\nreplace\n", ":2: there is nothing to replace here"},
       {"search", "keep\nkeep x\n", ":2: there is nothing to replace here"},
+      {"entities", "replace\nok\n", ":2: \"ok\" does not answer a proposal"},
   };
   for (const Row& row : rows) {
-    scratch.Write("a.htm", "hit hit");
+    Words arguments{row.command};
+    const bool entities = arguments[0] == "entities";
+    scratch.Write("a.htm", entities ? "&&" : "hit hit");
     scratch.Write("answers", row.answers);
-    Words arguments{row.command, "hit"};
+    if (!entities) arguments.push_back("hit");
     if (arguments[0] == "replace") arguments.push_back("new");
     for (const std::string& word : {scratch / "a.htm", std::string("--answers"), scratch / "answers",
                                     std::string("--transcript"), scratch / "t"}) {
@@ -173,7 +178,7 @@ TEST_F(Tsl, EndsWhereAnAnswerDoesNotFit) {
     if (const std::size_t escaped = reason.find("\\x5C"); escaped != std::string::npos)
       reason.replace(escaped, 4, "\\");
     EXPECT_EQ(end.err, "tsl: " + scratch / "answers" + reason + "\n");
-    EXPECT_EQ(scratch.Read("a.htm"), "hit hit");
+    EXPECT_EQ(scratch.Read("a.htm"), entities ? "&amp;&" : "hit hit");  // entities are written at once
     const std::string transcript = scratch.Read("t");
     EXPECT_EQ(std::count(transcript.begin(), transcript.end(), '\n'), 1) << row.answers;
   }
@@ -278,6 +283,9 @@ TEST_F(Tsl, TakesTextsAndPathsAsTheyAre) {
   EXPECT_EQ(RunTsl({"search", "x", page, "--filter", "++"}).err,
             "tsl: ++ files are not HTML files! Continue?\n");
   EXPECT_EQ(RunTsl({"search", "\xE9", page}).status, 1);  // searched for as "&eacute;"
+  EXPECT_EQ(RunTsl({"search", "\xC4\x8D", page}).err,
+            "tsl: Warning!\nThere is an illegal HTML character in the Search string.\n"
+            "The results may consequently be unreliable!\n");
   EXPECT_EQ(RunTsl({"search", "\xE9", page, "--no-tags"}).status, 0);
   EXPECT_EQ(RunTsl({"search", "\xC3\xA9", page, "--no-tags"}).status, 0);
   EXPECT_EQ(RunTsl({"search", "", page}).status, 1);
@@ -342,9 +350,10 @@ TEST_F(Tsl, RespectsPermissions) {
   chmod((scratch / "open").c_str(), 0777);
   chmod((scratch / "open/b.htm").c_str(), 0444);
   chmod((scratch / "closed").c_str(), 0);
-  fs::copy(ENTITY_DATA, scratch / "data");  // where nobody can read it
+  fs::copy(ENTITY_DATA, scratch / ".data");
+  chmod((scratch / ".data").c_str(), 0711);
   const ProgramEnd end =
-      RunTsl({"replace", "hit", "new", folder, "--yes", "--data", scratch / "data"}, as_nobody);
+      RunTsl({"replace", "hit", "new", folder, "--yes", "--data", scratch / ".data"}, as_nobody);
   EXPECT_EQ(end.status, 2);
   EXPECT_EQ(end.err, "tsl: " + scratch / "open/b.htm" + denied + "tsl: " + scratch / "locked/a.htm" + denied +
                          "tsl: " + scratch / "closed" + denied);

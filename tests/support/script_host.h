@@ -45,7 +45,7 @@ class ScriptHost : public RunHost {
   }
   bool AnswersUnasked() const override { return unasked; }
   void Tell(const std::string& text) override { messages.push_back(text); }
-  void Warn(const std::string& text) override { messages.push_back(text); }
+  void Warn(const std::string& text) override { messages.push_back("(!) " + text); }
   void TellFailure(const std::string& path, const std::string& reason) override {
     failures.push_back(path + ": " + reason);
   }
