@@ -73,22 +73,24 @@ class Entities::Notices {
  public:
   Notices(const std::string& path, std::vector<std::string>& notices) : path_(path), notices_(notices) {}
 
-  void Add(std::size_t line, const char* text) {
+  void AddSkipped(std::size_t line, const char* reason) {
     constexpr std::size_t kMost = 10;
-    if (++count_ <= kMost) {
-      notices_.push_back(path_ + ":" + std::to_string(line) + ": " + text);
-    } else {
-      const std::string more = path_ + ": and " + std::to_string(count_ - kMost) + " more lines";
-      if (count_ == kMost + 1) notices_.emplace_back();
-      notices_.back() = more;
+    if (++skipped_ <= kMost) {
+      Add(line, std::string(reason) + "; the line is skipped");
+      return;
     }
+    if (skipped_ == kMost + 1) notices_.emplace_back();
+    notices_.back() = path_ + ": and " + std::to_string(skipped_ - kMost) + " more lines are skipped";
+  }
+  void Add(std::size_t line, const std::string& text) {
+    notices_.push_back(path_ + ":" + std::to_string(line) + ": " + text);
   }
   void Add(const char* text) { notices_.push_back(path_ + ": " + text); }
 
  private:
   const std::string& path_;
   std::vector<std::string>& notices_;
-  std::size_t count_ = 0;
+  std::size_t skipped_ = 0;
 };
 
 std::array<std::string, 2> Entities::DataFiles(const std::string& folder) {
@@ -119,29 +121,35 @@ Status Entities::Load(Files& files, const std::string& folder, std::vector<std::
 
 void Entities::ReadTable(std::string_view content, Notices& notices) {
   ForEachLine(content, [&](std::string_view line, std::size_t number) {
+    const std::size_t comma = line.find(',');
+    if (comma == std::string_view::npos) {
+      notices.AddSkipped(number, "no comma");
+      return true;
+    }
+    const std::string_view name = line.substr(0, comma);
+    const std::optional<char> character = CharacterOf(line.substr(comma + 1));
+    if (!character) {
+      notices.AddSkipped(number, "not one character of a code from 0 to 255");
+      return true;
+    }
+    if (!IsAscii(name) || name.find('&') != std::string_view::npos) {
+      notices.AddSkipped(number, "a name that is a finding itself");
+      return true;
+    }
     if (EntityTable.size() == kMostRows) {
       notices.Add(number, "more than 131 rows; the rest is ignored");
       return false;
     }
-    const std::size_t comma = line.find(',');
-    const std::string_view name = line.substr(0, comma);
-    if (comma == std::string_view::npos) {
-      notices.Add(number, "no comma; the line is skipped");
-    } else if (const std::optional<char> character = CharacterOf(line.substr(comma + 1)); !character) {
-      notices.Add(number, "not one character of a code from 0 to 255; the line is skipped");
-    } else if (!IsAscii(name) || name.find_first_of("&;") != std::string_view::npos) {
-      notices.Add(number, "a name that no entity can have; the line is skipped");
-    } else if (name.empty()) {
-      notices.Add(number, "no name; the table ends here");
-      return false;
-    } else {
-      EntityTable.push_back({std::string(name), *character});
+    if (name.empty()) {
+      notices.Add(number, "no name; names are looked up no further");
+      if (!EntityTable.empty()) return false;
     }
+    EntityTable.push_back({std::string(name), *character});
     return true;
   });
   if (EntityTable.empty()) notices.Add("no names of characters");
   for (const Row& row : EntityTable) {
-    names_.insert(row.name);
+    if (RowZeroHasName()) names_.insert(row.name);
     EntityChars += row.character;
   }
   EntityChars.erase(0, 1);
@@ -151,8 +159,9 @@ void Entities::ReadDoubtful(std::string_view content, Notices& notices) {
   std::size_t count = 0;
   ForEachLine(content, [&](std::string_view line, std::size_t number) {
     const bool full = count == kMostDoubtful;
-    if (full || line.empty()) {
-      notices.Add(number, full ? "more than 201 rows; the rest is ignored" : "no name; the list ends here");
+    if (line.empty() || full) {
+      notices.Add(number,
+                  line.empty() ? "no name; the list ends here" : "more than 201 rows; the rest is ignored");
       return false;
     }
     DoubtfulNames.emplace(line);
@@ -167,7 +176,8 @@ std::string_view Entities::NameForCharacter(char c) const {
 }
 
 std::string_view Entities::NameForNumeric(char c) const {
-  if (!EntityTable.empty() && EntityTable[0].character == c) return EntityTable[0].name;
+  if (!RowZeroHasName()) return {};
+  if (EntityTable[0].character == c) return EntityTable[0].name;
   return NameForCharacter(c);
 }
 

@@ -55,6 +55,8 @@ class Entities {
   using NameSet = std::unordered_set<std::string, Hash, std::equal_to<>>;
 
   class Notices;
+  // A look-up ends at the first row without a name; only row 0 is kept then, for those that begin behind it.
+  bool RowZeroHasName() const { return !EntityTable.empty() && !EntityTable[0].name.empty(); }
   void ReadTable(std::string_view content, Notices& notices);
   void ReadDoubtful(std::string_view content, Notices& notices);
 

@@ -24,8 +24,8 @@ TEST(Entities, ReadsWhatCanBeUsedAndTellsTheRest) {
     EXPECT_EQ(notices[i], "/d/alphatg1.dat:" + std::to_string(2 + 3 * i) + ": no comma; the line is skipped");
   for (std::size_t i = 2; i < 8; ++i)
     EXPECT_TRUE(notices[i].starts_with("/d/alphatg1.dat:" + std::to_string(4 + i) + ": not one character"));
-  EXPECT_EQ(notices[8], "/d/alphatg1.dat:15: a name that no entity can have; the line is skipped");
-  EXPECT_EQ(notices[9], "/d/alphatg1.dat:16: no name; the table ends here");
+  EXPECT_EQ(notices[8], "/d/alphatg1.dat:15: a name that is a finding itself; the line is skipped");
+  EXPECT_EQ(notices[9], "/d/alphatg1.dat:16: no name; names are looked up no further");
   EXPECT_EQ(notices[10], "/d/alphatg2.dat:3: no name; the list ends here");
   EXPECT_EQ(entities.NameForNumeric('\xA0'), "nbsp");
   EXPECT_EQ(entities.NameForCharacter('\xA0'), "");
@@ -61,8 +61,13 @@ TEST(Entities, IgnoresRowsTooMany) {
   notices.clear();
   ASSERT_TRUE(entities.Load(files, "/d", notices).ok());
   ASSERT_EQ(notices.size(), 12U);  // the first ten
-  EXPECT_EQ(notices[10], "/d/alphatg1.dat: and 5 more lines");
+  EXPECT_EQ(notices[10], "/d/alphatg1.dat: and 5 more lines are skipped");
   EXPECT_EQ(notices[11], "/d/alphatg1.dat: no names of characters");
+  files.contents["/d/alphatg1.dat"] = ",#160\neacute,\xE9\n";  // row 0 without a name
+  ASSERT_TRUE(entities.Load(files, "/d", notices).ok());
+  EXPECT_EQ(entities.NameForCharacter('\xE9'), "eacute");
+  EXPECT_EQ(entities.NameForNumeric('\xE9'), "");
+  EXPECT_FALSE(entities.IsGood("eacute"));
 }
 
 TEST(Entities, ReadsCodes) {

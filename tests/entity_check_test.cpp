@@ -13,19 +13,22 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+const std::string kPath = "/p" + std::string(46, '.') + "htm";  // 51 characters
+
 class EntityCheck : public testing::Test {
  protected:
   // Runs over one page, every proposal answered by `answers` in turn, then kept; gives what the page then
   // holds.
   std::string Check(const std::string& page, const std::deque<ProposalAnswer>& answers = {}) {
-    files.contents["/p.htm"] = page;
+    files.contents[kPath] = page;
     files.writes.clear();
     host.proposals.clear();
     host.answers = answers;
     state = {};
+    state.Results = earlier;
     RunContext run{files, host, options, state, entities, {}, {}};
-    status = ErstatAlfa("/p.htm", run);
-    return files.contents["/p.htm"];
+    status = ErstatAlfa(kPath, run);
+    return files.contents[kPath];
   }
   // As proposed; the same with another text in the field.
   static ProposalAnswer As(const std::string& field) { return {kReplace, field}; }
@@ -33,6 +36,7 @@ class EntityCheck : public testing::Test {
   MemoryFiles files;
   ScriptHost host;
   RunOptions options;
+  std::string earlier;  // findings of other pages
   RunState state;
   Entities entities = ProgramEntities();
   Status status;
@@ -96,7 +100,7 @@ TEST_F(EntityCheck, ProposesWhatTheRulesSay) {
 }
 
 TEST_F(EntityCheck, GoesByTheDataItWasGiven) {
-  files.contents["/d/alphatg1.dat"] = "null,#0\r\namp,&\r\nboth,\xE9\r\n";
+  files.contents["/d/alphatg1.dat"] = "null,#0\r\nzero,#0\r\namp,&\r\nboth,\xE9\r\n";
   files.contents["/d/alphatg2.dat"] = "both\r\nlt\r\n#65\r\n";
   Lines notices;
   ASSERT_TRUE(entities.Load(files, "/d", notices).ok());
@@ -123,12 +127,14 @@ TEST_F(EntityCheck, GoesOnInTheChangedText) {
       // Behind an entity the check goes on where the old one ended: here behind the "&" that moved ahead.
       {"&#0000233;&", {As("&eacute;&")}, "&eacute;&", 1},
       {"&#233;&", {As("&eacute;&"), As("&eacute;&amp;")}, "&eacute;&amp;", 2},
+      {"&hearts;", {As("x&")}, "x&", 1},
       {"&hearts;&", {As("")}, "", 1},  // the page has become shorter than the place
       // One behind the start of a replaced character, which an edit may have changed.
       {"\xE9", {As("&&")}, "&&", 2},
       {"\xE9", {{7, "x"}}, "\xE9", 1},
       // UTF-8: in the middle of a character the check goes on behind it; stray bytes are passed over.
       {"&#233;\xCF\x80", {As("12345\xCF\x80\xCF\x81")}, "12345\xCF\x80\xCF\x81", 2},
+      {"\xC3\xA9", {As("x&")}, "x&", 2},
       {"\xCF\x80z&", {As("z\x80\xE9z&")}, "z\x80\xE9z&", 2},
   };
   for (const Row& row : rows) {
@@ -146,7 +152,8 @@ TEST_F(EntityCheck, ShowsAndReplacesTheSurroundings) {
   EXPECT_EQ(shown.SearchText, "12345678901234567890&#233;" + behind);
   EXPECT_EQ(shown.ReplaceText, "12345678901234567890&eacute;" + behind);
   EXPECT_EQ(shown.SearchSelection.start, 20U);
-  EXPECT_EQ(files.contents["/p.htm"], std::string(10, '.') + "edited" + "rest");
+  EXPECT_EQ(shown.FileName, "...  " + kPath.substr(4));
+  EXPECT_EQ(files.contents[kPath], std::string(10, '.') + "edited" + "rest");
   EXPECT_EQ(state.Results, "\r\n\r\n*** Changed:\r\n..." + shown.SearchText +
                                "...\r\n--* Manually changed TO:\r\n...edited...");
   EXPECT_EQ(host.shown, Lines{"Search results"});
@@ -158,7 +165,7 @@ TEST_F(EntityCheck, WritesEachAnswerAtOnceAndAloneOnce) {
   const std::deque<ProposalAnswer> all = {As("&eacute;\xE8\xE7"), As("&eacute;&egrave;\xE7"),
                                           As("&eacute;&egrave;&ccedil;")};
   Lines on_disk;
-  host.on_proposal = [&] { on_disk.push_back(files.contents["/p.htm"]); };
+  host.on_proposal = [&] { on_disk.push_back(files.contents[kPath]); };
   EXPECT_EQ(Check(first, all), "&eacute;&egrave;&ccedil;");
   EXPECT_EQ(on_disk, (Lines{first, "&eacute;\xE8\xE7", "&eacute;&egrave;\xE7"}));
   EXPECT_EQ(files.writes.size(), 3U);
@@ -173,9 +180,10 @@ TEST_F(EntityCheck, WritesEachAnswerAtOnceAndAloneOnce) {
 }
 
 TEST_F(EntityCheck, LeavesTheHeaderOutWhenStopped) {
-  const std::string kept = "\r\n\r\n--- Kept:\r\n...\xE9\xE9...";
+  earlier = std::string(300, '-');
+  const std::string kept = earlier + "\r\n\r\n--- Kept:\r\n...\xE9\xE9...";
   Check("\xE9\xE9", {{kStop, "dropped"}});
-  EXPECT_EQ(state.Results, kept + "\r\n\r\n*** Stopped in /p.htm ***");
+  EXPECT_EQ(state.Results, kept + "\r\n\r\n*** Stopped in " + kPath + " ***");
   EXPECT_TRUE(state.StopRequested && host.shown.empty() && files.writes.empty());
   EXPECT_EQ(state.ReportTitle, "");
   host.cancel_at = 2;
@@ -185,7 +193,7 @@ TEST_F(EntityCheck, LeavesTheHeaderOutWhenStopped) {
 }
 
 TEST_F(EntityCheck, ReportsWhatIsOnTheDiskWhenAWriteFails) {
-  files.unwritable.insert("/p.htm");
+  files.unwritable.insert(kPath);
   EXPECT_EQ(Check("\xE9", {As("x")}), "\xE9");
   EXPECT_EQ(status.reason(), "No space left on device");
   EXPECT_TRUE(state.Results.empty() && host.shown.empty());
@@ -197,7 +205,7 @@ TEST_F(EntityCheck, ReportsWhatIsOnTheDiskWhenAWriteFails) {
   host.unasked = false;
   files.unwritable.clear();
   host.on_proposal = [this] {
-    if (host.proposals.size() == 2) files.unwritable.insert("/p.htm");
+    if (host.proposals.size() == 2) files.unwritable.insert(kPath);
   };
   EXPECT_EQ(Check("\xE9\xE8", {As("&eacute;\xE8"), As("x")}), "&eacute;\xE8");
   EXPECT_EQ(status.reason(), "No space left on device");

@@ -58,11 +58,14 @@ TEST(SearchRun, ChecksBeforeAnythingChanges) {
   ScriptHost host;
   RunOptions options = OptionsFor(Function::kReplace);
   options.cboSearchSpec = "*.css";
+  options.SearchTekst = "hit\xC4\x8D";
   RunState state;
   state.Results = "the last report";
   EXPECT_FALSE(SearchRun(files, host, {}, options, state).started);
   EXPECT_EQ(host.questions, std::vector<std::string>{"*.css files are not HTML files! Continue?"});
-  EXPECT_EQ(state.Results, "the last report");
+  EXPECT_EQ(state.Results + state.SavedSearchText, "the last report");
+  EXPECT_TRUE(host.messages.empty());
+  options.SearchTekst = "hit";
   host.replies = {true};
   EXPECT_TRUE(SearchRun(files, host, {}, options, state).started);
   EXPECT_EQ(files.contents["/s/a.css"], "new");

@@ -24,6 +24,8 @@ TEST(TslAsk, AnswersWithOneKeyEach) {
   EXPECT_NE(end.out.find("1 >>>new<<< \\x1B[2J"), std::string::npos) << end.out;
   EXPECT_EQ(end.out.find("\x1b[2J"), std::string::npos);
   EXPECT_EQ(end.out.find("\x1b[31"), std::string::npos);
+  const ProgramEnd hint = RunTslOnTerminal({"entities", scratch / "a.htm", "--ask"}, {"k", "k", "q"});
+  EXPECT_NE(hint.out.find("\r\nCharacter: \xC4\x8D\r\n"), std::string::npos) << hint.out;
   unsetenv("NO_COLOR");
   setenv("TERM", "xterm", 1);
   const ProgramEnd colours =
