@@ -74,20 +74,19 @@ class Entities::Notices {
   Notices(const std::string& path, std::vector<std::string>& notices) : path_(path), notices_(notices) {}
 
   void AddSkipped(std::size_t line, const char* reason) {
-    constexpr std::size_t kMost = 10;
-    if (++skipped_ <= kMost) {
-      Add(line, std::string(reason) + "; the line is skipped");
-      return;
-    }
-    if (skipped_ == kMost + 1) notices_.emplace_back();
-    notices_.back() = path_ + ": and " + std::to_string(skipped_ - kMost) + " more lines are skipped";
+    if (++skipped_ <= kMostSkipped) Add(line, std::string(reason) + "; the line is skipped");
   }
   void Add(std::size_t line, const std::string& text) {
     notices_.push_back(path_ + ":" + std::to_string(line) + ": " + text);
   }
-  void Add(const char* text) { notices_.push_back(path_ + ": " + text); }
+  void Add(const std::string& text) { notices_.push_back(path_ + ": " + text); }
+  void Finish() {
+    if (skipped_ > kMostSkipped) Add(std::to_string(skipped_ - kMostSkipped) + " more lines are skipped");
+  }
 
  private:
+  static constexpr std::size_t kMostSkipped = 10;
+
   const std::string& path_;
   std::vector<std::string>& notices_;
   std::size_t skipped_ = 0;
@@ -110,6 +109,7 @@ Status Entities::Load(Files& files, const std::string& folder, std::vector<std::
     if (content.starts_with(kByteOrderMark)) content.remove_prefix(kByteOrderMark.size());
     Notices notices(path, all_notices);
     (loaded.*read_content)(content, notices);
+    notices.Finish();
     return {};
   };
   const auto [table, doubtful] = DataFiles(folder);

@@ -62,7 +62,7 @@ class Entities {
 
   std::vector<Row> EntityTable;  // at most 131
   std::string EntityChars;       // the characters of rows 1 up
-  NameSet names_;                // of all rows
+  NameSet names_;                // of all rows from row 0 on
   NameSet DoubtfulNames;         // at most 201
 };
 

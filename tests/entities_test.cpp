@@ -61,8 +61,8 @@ TEST(Entities, IgnoresRowsTooMany) {
   notices.clear();
   ASSERT_TRUE(entities.Load(files, "/d", notices).ok());
   ASSERT_EQ(notices.size(), 12U);  // the first ten
-  EXPECT_EQ(notices[10], "/d/alphatg1.dat: and 5 more lines are skipped");
-  EXPECT_EQ(notices[11], "/d/alphatg1.dat: no names of characters");
+  EXPECT_EQ(notices[10], "/d/alphatg1.dat: no names of characters");
+  EXPECT_EQ(notices[11], "/d/alphatg1.dat: 5 more lines are skipped");
   files.contents["/d/alphatg1.dat"] = ",#160\neacute,\xE9\n";  // row 0 without a name
   ASSERT_TRUE(entities.Load(files, "/d", notices).ok());
   EXPECT_EQ(entities.NameForCharacter('\xE9'), "eacute");
