@@ -11,6 +11,9 @@
 
 namespace tessaril {
 
+/// What may stand in front of a UTF-8 text.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 /// How many bytes at the start are ASCII.
 std::size_t AsciiPrefix(std::string_view bytes);
 

@@ -105,7 +105,6 @@ Status Entities::Load(Files& files, const std::string& folder, std::vector<std::
       return Status::Failure(status.reason() + "\r\nCan't find file " + path);
     }
     std::string_view content = bytes.view();
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     if (content.starts_with(kByteOrderMark)) content.remove_prefix(kByteOrderMark.size());
     Notices notices(path, all_notices);
     (loaded.*read_content)(content, notices);
@@ -175,6 +174,11 @@ std::string_view Entities::NameForCharacter(char c) const {
   return row == std::string::npos ? std::string_view() : EntityTable[row + 1].name;
 }
 
+std::string_view Entities::NameForCodePoint(char32_t code) const {
+  const std::optional<char> eight_bit = EightBitCode(code);
+  return eight_bit ? NameForCharacter(*eight_bit) : std::string_view();
+}
+
 std::string_view Entities::NameForNumeric(char c) const {
   if (!RowZeroHasName()) return {};
   if (EntityTable[0].character == c) return EntityTable[0].name;
@@ -185,8 +189,7 @@ std::string Entities::EncodeEntities(std::string_view text) const {
   std::string encoded;
   while (!text.empty()) {
     std::string_view rest = text;
-    const std::optional<char> code = EightBitCode(TakeCharacter(rest));
-    const std::string_view name = code ? NameForCharacter(*code) : std::string_view();
+    const std::string_view name = NameForCodePoint(TakeCharacter(rest));
     if (name.empty()) {
       encoded += text.substr(0, text.size() - rest.size());
     } else {

@@ -33,6 +33,9 @@ class Entities {
   /// no-break space, which a page may well hold as it is.)
   std::string_view NameForCharacter(char c) const;
 
+  /// The same for the character of Windows-1252 that a code point stands for; empty when there is none.
+  std::string_view NameForCodePoint(char32_t code) const;
+
   /// The name that is proposed for a numeric entity, from row 0 on; empty when the character has none.
   std::string_view NameForNumeric(char c) const;
 

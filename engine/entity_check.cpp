@@ -43,8 +43,7 @@ Verdict JudgeSequence(const Entities& entities, std::string_view text) {
   const std::size_t length = SequenceLength(text);
   if (length == 0) return {};
   const char32_t code = CodePoint(text.substr(0, length));
-  const std::optional<char> eight_bit = EightBitCode(code);
-  const std::string_view name = eight_bit ? entities.NameForCharacter(*eight_bit) : std::string_view();
+  const std::string_view name = entities.NameForCodePoint(code);
   return {length, 1, name.empty() ? NumericEntity(code) : Entity(name), ""};
 }
 
@@ -100,7 +99,6 @@ class PageCheck {
   Status PutToUser(std::size_t place, const Verdict& verdict);
   Status Replace(const Finding& finding, const std::string& text);
   Status Write();
-  void CutBlock() { run_.state.Results.resize(written_ ? true_end_ : begin_); }
 
   const std::string& path_;
   PageText& page_;
@@ -109,7 +107,7 @@ class PageCheck {
   std::string file_name_;        // as the user sees it
   const std::size_t begin_;      // where in `Results` the block begins,
   std::size_t header_size_ = 0;  // how long its header is,
-  std::size_t true_end_;         // and where the last answer ends that has had its effect
+  std::size_t true_end_;         // and up to where it is true of the file on the disk
   bool hit_ = false;
   bool unwritten_ = false;  // something was accepted that is not on the disk yet
   bool written_ = false;    // something that was accepted is
@@ -121,10 +119,10 @@ Status PageCheck::Run() {
     status = GoThrough();
     if (status.ok() && unwritten_) status = Write();
   } catch (...) {
-    CutBlock();
+    run_.state.Results.resize(true_end_);
     throw;
   }
-  if (!status.ok()) CutBlock();
+  if (!status.ok()) run_.state.Results.resize(true_end_);
   if (!hit_ || (!status.ok() && !written_)) return status;
   RunState& state = run_.state;
   if (state.StopRequested) {
@@ -137,7 +135,6 @@ Status PageCheck::Run() {
 }
 
 Status PageCheck::GoThrough() {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   std::size_t place = 0;
   if (page_.Tail(0).starts_with(kByteOrderMark) && page_.Encoding() == PageEncoding::kUtf8) {
     place = kByteOrderMark.size();
@@ -181,7 +178,7 @@ Status PageCheck::PutToUser(std::size_t place, const Verdict& verdict) {
   if (answer.ReplaceAnswer == kReplace) {
     if (Status status = Replace(finding, answer.ReplaceText); !status.ok()) return status;
   }
-  true_end_ = state.Results.size();
+  if (written_) true_end_ = state.Results.size();
   if (answer.ReplaceAnswer == kStop) state.StopRequested = true;
   run_.host.HandleInput();
   if (run_.host.CancelRequested()) state.Cancel();

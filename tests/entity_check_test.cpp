@@ -30,7 +30,7 @@ class EntityCheck : public testing::Test {
     status = ErstatAlfa(kPath, run);
     return files.contents[kPath];
   }
-  // As proposed; the same with another text in the field.
+  // Replace, with this text in the field.
   static ProposalAnswer As(const std::string& field) { return {kReplace, field}; }
 
   MemoryFiles files;

@@ -86,44 +86,23 @@ TEST(SearchRun, WritesTheTextsWithEntities) {
     return "(!) Warning!\r\nThere is an illegal HTML character in the " + which +
            " string.\r\nThe results may consequently be unreliable!";
   };
-  using Texts = std::vector<std::string>;
   struct Row {
     Function function;
     bool chkTags;
     std::string search;
-    std::string heading;
     std::string page;
-    Texts warnings;
+    std::vector<std::string> warnings;
   };
+  const std::string same = "\xE9 &eacute;";
   const Row rows[] = {
-      {Function::kReplace,
-       true,
-       "\xC3\xA9",
-       "\" as \"&eacute;\" found and changed to \"\xC4\x8D!\xC3\xA8\" as \"\xC4\x8D!&egrave;\" in:",
-       "\xE9 &#269;!&egrave;",
-       {warning("Replace")}},
-      {Function::kReplace,
-       false,
-       "\xC3\xA9",
-       "\" found and changed to \"\xC4\x8D!\xC3\xA8\" in:",
-       "&#269;!\xE8 &eacute;",
-       {}},
-      {Function::kReplace,
-       true,
-       "\xC2\xA0\xC2\xA0",
-       "\" found and",
-       "\xE9 &eacute;",
-       {warning("Search"), warning("Replace")}},
-      {Function::kSearch,
-       true,
-       "\xC4\x8D\xC3\xA9",
-       "\" as \"\xC4\x8D&eacute;\" found:",
-       "\xE9 &eacute;",
-       {warning("Search")}},
+      {Function::kReplace, true, "\xC3\xA9", "\xE9 &#269;!&egrave;", {warning("Replace")}},
+      {Function::kReplace, false, "\xC3\xA9", "&#269;!\xE8 &eacute;", {}},
+      {Function::kReplace, true, "\xC2\xA0\xC2\xA0", same, {warning("Search"), warning("Replace")}},
+      {Function::kSearch, true, "\xC4\x8D\xC3\xA9", same, {warning("Search")}},
   };
   for (const Row& row : rows) {
     MemoryFiles files;
-    files.contents = {{"/s/a.htm", "\xE9 &eacute;"}};
+    files.contents = {{"/s/a.htm", same}};
     ScriptHost host;
     RunOptions options = OptionsFor(row.function);
     options.SearchTekst = row.search;
@@ -131,8 +110,6 @@ TEST(SearchRun, WritesTheTextsWithEntities) {
     options.chkTags = row.chkTags;
     RunState state;
     SearchRun(files, host, ProgramEntities(), options, state);
-    EXPECT_NE(state.Results.find("Search text \"" + row.search + row.heading), std::string::npos)
-        << state.Results;
     EXPECT_EQ(files.contents["/s/a.htm"], row.page);
     EXPECT_EQ(host.messages, row.warnings);
     EXPECT_EQ(state.SavedSearchText + state.SavedReplaceText, row.search + options.ReplaceText);
