@@ -3,10 +3,12 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <ctime>
 #include <memory>
 #include <new>
@@ -66,6 +68,13 @@ FileStamp FolderStamp(int folder) {
   struct stat info {};
   if (fstat(folder, &info) != 0 || info.st_mtim.tv_sec + kSecondsToBeSure > time(nullptr)) return {};
   return StampOf(info);
+}
+
+constexpr int kReading = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+
+Status CheckKind(const struct stat& info) {
+  if (S_ISDIR(info.st_mode)) return Status::System(EISDIR);
+  return S_ISREG(info.st_mode) ? Status() : Status::Failure("Not a regular file");
 }
 
 // Reads until the end, also where the file grows meanwhile. A read that brings less than was asked for, up
@@ -135,18 +144,34 @@ Status DiskFiles::EnterFolder(const std::string& folder) {
   return flushed;
 }
 
+Status DiskFiles::PlaceOf(const std::string& path, Place& place) {
+  if (path.find('\0') != std::string::npos) return Status::System(ENOENT);
+  const std::string_view name = NameOf(path);
+  place.path = path;
+  place.folder.descriptor = AT_FDCWD;
+  if (name.empty()) return {};  // a folder, or nothing
+  if (path.size() >= PATH_MAX) {
+    // Where no part of it can be opened either, the length is what is wrong.
+    Status status = FolderFor(FolderOf(path), Purpose::kRead, place.folder);
+    if (!status.ok()) return Status::System(ENAMETOOLONG);
+    place.path = name;
+  } else if (current_.is_open() && FolderOf(path) == current_folder_) {
+    place.folder.descriptor = current_.get();
+    place.path = name;
+  }
+  return {};
+}
+
 Status DiskFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) {
   bytes.SetSize(0);
-  OpenFolder folder;
-  if (Status status = FolderFor(FolderOf(path), Purpose::kRead, folder); !status.ok()) return status;
-  const char* const name = path.c_str() + (path.size() - NameOf(path).size());
+  Place place;
+  if (Status status = PlaceOf(path, place); !status.ok()) return status;
   // Not blocking, so that a pipe in a page's place is noticed instead of waited for.
-  const FileHandle file(openat(folder.descriptor, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  const FileHandle file(openat(place.folder.descriptor, place.path.c_str(), kReading));
   if (!file.is_open()) return Status::System(errno);
   struct stat info {};
   if (fstat(file.get(), &info) != 0) return Status::System(errno);
-  if (S_ISDIR(info.st_mode)) return Status::System(EISDIR);
-  if (!S_ISREG(info.st_mode)) return Status::Failure("Not a regular file");
+  if (Status status = CheckKind(info); !status.ok()) return status;
   stamp = StampOf(info);
   try {
     return ReadAll(file.get(), static_cast<std::size_t>(info.st_size), bytes);
@@ -156,6 +181,38 @@ Status DiskFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& st
   }
 }
 
+Status DiskFiles::Examine(const std::string& path, FileStamp& stamp) {
+  Place place;
+  if (Status status = PlaceOf(path, place); !status.ok()) return status;
+  // A page may name a device, which does something when it is opened: the kind comes first.
+  struct stat info {};
+  if (fstatat(place.folder.descriptor, place.path.c_str(), &info, 0) != 0) return Status::System(errno);
+  if (Status status = CheckKind(info); !status.ok()) return status;
+  const FileHandle file(openat(place.folder.descriptor, place.path.c_str(), kReading));
+  if (!file.is_open()) return Status::System(errno);
+  if (fstat(file.get(), &info) != 0) return Status::System(errno);
+  stamp = StampOf(info);
+  return CheckKind(info);
+}
+
+Status DiskFiles::Rename(const std::string& folder, const std::string& from, const std::string& to) {
+  OpenFolder open_folder;
+  if (Status status = FolderFor(folder, Purpose::kChange, open_folder); !status.ok()) return status;
+  const int at = open_folder.descriptor;
+  if (renameat2(at, from.c_str(), at, to.c_str(), RENAME_NOREPLACE) != 0) {
+    if (errno != EINVAL && errno != ENOSYS) return Status::System(errno);
+    // A file system that cannot promise not to overwrite: a second name never does.
+    if (linkat(at, from.c_str(), at, to.c_str(), 0) != 0) return Status::System(errno);
+    if (unlinkat(at, from.c_str(), 0) != 0) {
+      const int error = errno;
+      unlinkat(at, to.c_str(), 0);
+      return Status::System(error);
+    }
+  }
+  NoteFlush(open_folder, {});
+  return {};
+}
+
 Status DiskFiles::ReplaceContent(const std::string& path, FileStamp& stamp,
                                  std::span<const std::string_view> pieces) {
   OpenFolder folder;
@@ -163,10 +220,19 @@ Status DiskFiles::ReplaceContent(const std::string& path, FileStamp& stamp,
   Status flushed;
   Status status = ReplaceFile(folder.descriptor, std::string(NameOf(path)), stamp, pieces, flushed);
   if (!status.ok()) return status;
-  if (folder.own.is_open() && flushed.ok()) flushed = FlushFile(folder.descriptor);
-  if (!flushed.ok()) flush_failure_ = flushed;
-  if (!folder.own.is_open()) current_is_flushed_ = false;
+  NoteFlush(folder, flushed);
   return {};
+}
+
+// After a change in a folder: the current one is flushed later, another one now. `flushed` tells how flushing
+// went so far.
+void DiskFiles::NoteFlush(const OpenFolder& folder, Status flushed) {
+  if (!folder.own.is_open()) {
+    current_is_flushed_ = false;
+  } else if (flushed.ok()) {
+    flushed = FlushFile(folder.descriptor);
+  }
+  if (!flushed.ok()) flush_failure_ = std::move(flushed);
 }
 
 Status DiskFiles::FlushFolder() {

@@ -24,6 +24,8 @@ class DiskFiles : public Files {
   Status EnterFolder(const std::string& folder) override;
   const std::string& CurrentFolder() const override { return current_folder_; }
   Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) override;
+  Status Examine(const std::string& path, FileStamp& stamp) override;
+  Status Rename(const std::string& folder, const std::string& from, const std::string& to) override;
   Status ReplaceContent(const std::string& path, FileStamp& stamp,
                         std::span<const std::string_view> pieces) override;
   Status FlushFolder() final;
@@ -37,6 +39,14 @@ class DiskFiles : public Files {
   // What the folder is opened for: to open a file in it, or to change and flush it as well.
   enum class Purpose { kRead, kChange };
   Status FolderFor(std::string_view folder, Purpose purpose, OpenFolder& open_folder);
+  // An open folder and a path relative to it that stand for `path`, which then is short enough for the
+  // system.
+  struct Place {
+    OpenFolder folder;
+    std::string path;
+  };
+  Status PlaceOf(const std::string& path, Place& place);
+  void NoteFlush(const OpenFolder& folder, Status flushed);
 
   std::string current_folder_;
   FileHandle current_;

@@ -57,15 +57,23 @@ class Files {
   /// Reads a file whole into `bytes`, whose former content is dropped.
   virtual Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) = 0;
 
+  /// Whether a file could be read now: opens it as Read does, and closes it again. `path` may be anything
+  /// that a page names; an empty one is no file.
+  virtual Status Examine(const std::string& path, FileStamp& stamp) = 0;
+
+  /// Gives a file or symbolic link of `folder` another name there. Fails when that name is in use.
+  virtual Status Rename(const std::string& folder, const std::string& from, const std::string& to) = 0;
+
   /// Replaces the content of a file by `pieces`, one after the other. `stamp` is the one that the file was
   /// read with, and becomes that of the new content. The file is old or new as a whole at any moment: on
   /// failure, and when the file is no longer the one that was read, it holds its old content.
   virtual Status ReplaceContent(const std::string& path, FileStamp& stamp,
                                 std::span<const std::string_view> pieces) = 0;
 
-  /// Makes sure that what was replaced in the current folder outlives a power failure; what is replaced
-  /// elsewhere is flushed at once, and this call tells when that failed. (The content of each file is flushed
-  /// before it takes the old one's place: until this call it is only open which of the two would be found.)
+  /// Makes sure that what was replaced or renamed in the current folder outlives a power failure; what is
+  /// done elsewhere is flushed at once, and this call tells when that failed. (The content of each file is
+  /// flushed before it takes the old one's place: until this call it is only open which of the two would be
+  /// found.)
   virtual Status FlushFolder() = 0;
 };
 

@@ -31,7 +31,7 @@ class ScriptHost : public RunHost {
   ProposalAnswer Propose(const Proposal& proposal) override {
     proposals.push_back(proposal);
     if (on_proposal) on_proposal();
-    if (answers.empty()) return {};
+    if (answers.empty()) return {kKeep, proposal.ReplaceText.value_or("")};
     ProposalAnswer answer = answers.front();
     answers.pop_front();
     return answer;
