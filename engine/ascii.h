@@ -25,6 +25,16 @@ inline std::string ToLower(std::string_view text) {
   return lower;
 }
 
+constexpr char ToUpper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
+}
+
+inline std::string ToUpper(std::string_view text) {
+  std::string upper(text);
+  for (char& c : upper) c = ToUpper(c);
+  return upper;
+}
+
 constexpr bool IsAscii(std::string_view text) {
   unsigned char all = 0;
   for (const char c : text) all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
