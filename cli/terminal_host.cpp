@@ -44,7 +44,8 @@ ProposalAnswer TerminalHost::Propose(const Proposal& proposal) {
 
 bool TerminalHost::Ask(const Question& question) {
   ClearProgress();
-  if (unattended_) std::cerr << "tsl: " << Lines(question.text) << "\n";
+  if (unattended_ && question.when == Question::When::kBeforeWalk)
+    std::cerr << "tsl: " << Lines(question.text) << "\n";
   const bool ok = answerer_.Ask(question);
   transcript_.WriteQuestion(question.text, ok);
   return ok;

@@ -83,6 +83,7 @@ void Transcript::Write(const Proposal& proposal, const ProposalAnswer& answer) {
 }
 
 void Transcript::WriteQuestion(const std::string& text, bool ok) {
+  if (!file_.is_open()) return;
   WriteLine(MessageLine(text, "okcancel", ok ? "ok" : "cancel"));
 }
 

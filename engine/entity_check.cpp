@@ -180,8 +180,7 @@ Status PageCheck::PutToUser(std::size_t place, const Verdict& verdict) {
   }
   if (written_) true_end_ = state.Results.size();
   if (answer.ReplaceAnswer == kStop) state.StopRequested = true;
-  run_.host.HandleInput();
-  if (run_.host.CancelRequested()) state.Cancel();
+  run_.HandleInput();
   return {};
 }
 
@@ -193,7 +192,7 @@ Status PageCheck::Replace(const Finding& finding, const std::string& text) {
 
 Status PageCheck::Write() {
   // Memory for all that is to be said comes first: no page is changed that the report is silent of.
-  run_.state.Results.reserve(run_.state.Results.size() + run_.state.RoomForEnd);
+  run_.state.MakeRoom(0);
   Status status = run_.files.ReplaceContent(path_, stamp_, page_.Pieces());
   if (status.ok()) {
     unwritten_ = false;

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "engine/entity_check.h"
+#include "engine/html_check.h"
 #include "engine/text_search.h"
 
 namespace tessaril {
@@ -10,16 +11,16 @@ namespace {
 
 constexpr std::array<FunctionRow, 7> kFunctions = {{
     {Function::kLinks, "&Internal link errors", "links", "check local links and anchors; list unlinked files",
-     false, nullptr},
+     false, CheckPage},
     {Function::kEntities, "&&&xxxx; tag errors", "entities",
      "find characters and entities that should be written &name;", false, CheckEntities},
     {Function::kExternal, "&External links list", "external",
-     "list the links to other servers as an HTML page", true, nullptr},
+     "list the links to other servers as an HTML page", true, CheckPage},
     {Function::kSearch, "Search for &text", "search", "find a text", false, SearchFile},
     {Function::kReplace, "Search && &Replace text", "replace", "replace a text", false, SearchFile},
     {Function::kShowFile, "Sho&w file - Start in Browser", "", "", true, nullptr},
     {Function::kColours, "Web Safe &Colour errors", "colours", "find colours that are not web-safe", false,
-     nullptr},
+     CheckPage},
 }};
 
 }  // namespace

@@ -27,6 +27,15 @@ void AppendManualChange(std::string_view edited, std::string& report) {
   Append({"\r\n--* Manually changed TO:\r\n...", edited, "..."}, report);
 }
 
+void AppendLinkError(std::string_view error, std::string_view excerpt, std::string& report) {
+  if (excerpt.starts_with('\n')) excerpt.remove_prefix(1);
+  Append({"\r\n\r\n*** Error:     ", error, "\r\n...in link:\r\n\r\n", excerpt}, report);
+}
+
+void AppendWasChanged(std::string_view text, std::string& report) {
+  Append({"\r\n*** Was changed TO:\r\n...", text, "..."}, report);
+}
+
 void AppendStopLine(std::string_view path, std::string& report) {
   Append({"\r\n\r\n*** Stopped in ", path, " ***"}, report);
 }

@@ -21,6 +21,12 @@ void AppendEntry(std::string_view label, std::string_view context, std::string& 
 /// Below a changed entry: what the user made of the proposal.
 void AppendManualChange(std::string_view edited, std::string& report);
 
+/// A link that is not in order: what is wrong, and the page around it.
+void AppendLinkError(std::string_view error, std::string_view excerpt, std::string& report);
+
+/// Below an excerpt that the user corrected: what stands in its place now.
+void AppendWasChanged(std::string_view text, std::string& report);
+
 /// Below the last entry of a file in which the user stopped.
 void AppendStopLine(std::string_view path, std::string& report);
 

@@ -1,13 +1,17 @@
 #ifndef TESSARIL_ENGINE_RUN_H_
 #define TESSARIL_ENGINE_RUN_H_
 
+#include <array>
 #include <cstddef>
 #include <string>
+#include <unordered_map>
 
 #include "engine/byte_buffer.h"
 #include "engine/entities.h"
+#include "engine/file_register.h"
 #include "engine/files.h"
 #include "engine/functions.h"
+#include "engine/link_targets.h"
 #include "engine/run_host.h"
 
 namespace tessaril {
@@ -33,16 +37,23 @@ struct RunOptions {
 
 /// What a run leaves behind, and keeps while it goes on. Lives as long as its owner, from run to run.
 struct RunState {
-  std::string Results;       // findings; in the end the whole report
-  std::string UnlinkedList;  // entries: a line end, "U " (checked) or "R " (linked), a path
-  std::string RunFile;       // the file being searched
-  std::string FolderPrefix;  // the folder being searched, with a separator at its end
+  std::string Results;        // findings; in the end the whole report
+  FileRegister UnlinkedList;  // the files checked and linked
+  std::string RunFile;        // the file being searched
+  std::string FolderPrefix;   // the folder being searched, with a separator at its end
   std::string ReportTitle;
   std::string SavedSearchText;  // the texts as the user typed them
   std::string SavedReplaceText;
   std::size_t RoomForEnd = 0;  // bytes that the finished report needs besides the findings
   bool SearchActive = false;
   bool StopRequested = false;
+  bool RenameOffered = false;              // a finding that leaves nothing in the report
+  std::array<std::string, 3> ColourParts;  // red, green and blue piece of the colour last tested
+  std::unordered_map<std::string, std::string> Renamed;  // files by the paths that they had before
+
+  /// Makes sure that `bytes` more of findings and the rest of the report find memory, so that nothing is done
+  /// that the report could not tell. Throws std::bad_alloc or std::length_error.
+  void MakeRoom(std::size_t bytes);
 
   /// What Cancel does.
   void Cancel() {
@@ -64,8 +75,16 @@ struct RunContext {
   const RunOptions& options;
   RunState& state;
   const Entities& entities;
-  SearchTexts texts;      // as they are searched for
-  ByteBuffer page_bytes;  // memory for the page in hand
+  SearchTexts texts;           // as they are searched for
+  ByteBuffer page_bytes;       // memory for the page in hand
+  LinkTargets targets{files};  // what was learned of linked files
+
+  /// Lets the user's input be handled; false when the run is to stop.
+  bool HandleInput() {
+    host.HandleInput();
+    if (host.CancelRequested()) state.Cancel();
+    return !state.StopRequested;
+  }
 };
 
 }  // namespace tessaril

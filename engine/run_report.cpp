@@ -5,34 +5,11 @@
 #include <string_view>
 
 #include "engine/ascii.h"
+#include "engine/html_text.h"
 #include "engine/paths.h"
 
 namespace tessaril {
 namespace {
-
-// A path in the text of a page, so that no name of a file can become markup.
-std::string EscapedPath(std::string_view path) {
-  std::string escaped;
-  for (const char c : path) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      default:
-        escaped += c;
-    }
-  }
-  return escaped;
-}
 
 // The line that tells where was searched.
 std::string FolderLine(const RunOptions& options) {
@@ -119,7 +96,7 @@ void FinishReport(const std::string& header, const RunOptions& options, RunState
   if (state.StopRequested) tail += "\r\n\r\n   *** Stopped ***\r\nin file " + state.RunFile;
   tail += CrLf;
   if (options.function == Function::kLinks && !options.MarkedOnly && !state.StopRequested) {
-    tail += UnlinkedSection(state.UnlinkedList);
+    tail += UnlinkedSection(state.UnlinkedList.text());
   }
   state.ReportTitle = "Report";
   Surround(header, tail, state.Results);

@@ -57,7 +57,9 @@ SearchTexts KeepAndConvertTexts(RunHost& host, const Entities& entities, const R
 }
 
 void Reset(RunState& state) {
-  state.UnlinkedList.clear();
+  state.UnlinkedList = {};
+  state.Renamed.clear();
+  state.RenameOffered = false;
   state.StopRequested = false;
   state.Results.clear();
 }
@@ -78,7 +80,7 @@ RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const Ru
   if (Status status = files.FlushFolder(); !status.ok()) {
     host.TellFailure(files.CurrentFolder(), status.reason());
   }
-  const bool found = !state.Results.empty();
+  const bool found = !state.Results.empty() || state.RenameOffered;
   if (function.HtmlOutput) {
     FinishPage(header, state);
     host.ShowPage(state.Results);

@@ -187,7 +187,7 @@ Status Erstat(const std::string& S, const std::string& R, const std::string& F, 
   std::string header;
   if (!run.options.MarkedOnly) AppendFileHeader(F, header);
   // Memory for all that is to be said of a page comes first: no page is changed that the report is silent of.
-  state.Results.reserve(state.Results.size() + header.size() + search.report().size() + state.RoomForEnd);
+  state.MakeRoom(header.size() + search.report().size());
   if (search.changed()) {
     if (Status status = run.files.ReplaceContent(F, stamp, page.Pieces()); !status.ok()) return status;
   }

@@ -138,10 +138,10 @@ TEST(SearchRun, StartsAfresh) {
   options.ShowEach = true;
   SearchRun(files, host, {}, options, state);
   EXPECT_TRUE(state.StopRequested);
-  state.UnlinkedList = "\r\nU /s/old.htm";
+  state.UnlinkedList.AddChecked("/s/old.htm");
   EXPECT_TRUE(SearchRun(files, host, {}, options, state).started);
   EXPECT_FALSE(state.StopRequested);
-  EXPECT_EQ(state.UnlinkedList, "");
+  EXPECT_EQ(state.UnlinkedList.text(), "");
   EXPECT_EQ(state.SavedReplaceText, "new");
   EXPECT_EQ(state.Results.find("Stopped"), std::string::npos);
   EXPECT_EQ(state.Results.find("In \"/s\""), state.Results.rfind("In \"/s\""));
@@ -175,7 +175,8 @@ TEST(RunReport, HasAHeadingForEachFunction) {
 TEST(RunReport, ListsTheUnlinkedFiles) {
   RunState state;
   state.Results = std::string(40, 'x');
-  state.UnlinkedList = "\r\nU /s/a.htm\r\nR /s/b.htm\r\nU /s/Up.htm";
+  for (const char* path : {"/s/a.htm", "/s/b.htm", "/s/Up.htm"}) state.UnlinkedList.AddChecked(path);
+  state.UnlinkedList.MarkLinked("/s/b.htm");
   RunOptions options = OptionsFor(Function::kLinks);
   FinishReport("head", options, state);
   const std::string rule(50, '=');

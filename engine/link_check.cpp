@@ -1,0 +1,158 @@
+#include "engine/link_check.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "engine/ascii.h"
+#include "engine/page_encoding.h"
+#include "engine/report_pieces.h"
+
+namespace tessaril {
+namespace {
+
+constexpr std::string_view kNoAnchor = "No corresponding anchor: ";
+constexpr std::string_view kInternalFile = "Link to internal file!";
+constexpr std::string_view kUpperCase =
+    "Found UPPERcase characters in link filename! Correct manually to lowercase if suitable!";
+
+constexpr std::size_t kExcerptBefore = 21;  // bytes in front of a link
+constexpr std::size_t kExcerptMore = 101;   // bytes of an excerpt besides those of the link
+
+bool HasUpperCase(std::string_view text) {
+  return std::any_of(text.begin(), text.end(), [](char c) { return ToLower(c) != c; });
+}
+
+void AssignLower(std::string_view text, std::string& lower) {
+  lower.resize(text.size());
+  std::transform(text.begin(), text.end(), lower.begin(), [](char c) { return ToLower(c); });
+}
+
+}  // namespace
+
+bool LinkCheck::Verify(const Link& link) {
+  if (link.scheme.starts_with('#')) return VerifySamePage(link);
+  if (link.HasScheme("FILE:")) return ReportLinkError(link, kInternalFile);
+  return link.HasScheme("MAILTO:") || link.IsExternal() || IsForCgi(link) || VerifyFile(link);
+}
+
+bool LinkCheck::IsForCgi(const Link& link) {
+  if (!run_.options.CGI) return false;
+  if (!cgi_ || cgi_->name != run_.options.CGIname) PrepareCgi();
+  if (cgi_->sought.empty()) return cgi_->can_occur;
+  if (cgi_->from > link.start || cgi_->place < link.start) {
+    cgi_->from = link.start;
+    cgi_->place = cgi_->search.Find(page_.work_text(), link.start);
+  }
+  return cgi_->place != ByteSearch::kNone &&
+         cgi_->place + cgi_->sought.size() <= link.start + link.value.size();
+}
+
+void LinkCheck::PrepareCgi() {
+  const std::string& name = run_.options.CGIname;
+  const std::string lower = ToLower(name);
+  const PageEncoding encoding = IsAscii(lower) ? PageEncoding::kEightBit : page_.text().Encoding();
+  const std::optional<std::string> bytes = SoughtBytes(lower, encoding);
+  const std::string sought = bytes.value_or("");
+  cgi_ = {name, sought, bytes.has_value(), ByteSearch(sought, LetterCase::kExact)};
+}
+
+bool LinkCheck::VerifySamePage(const Link& link) {
+  if (link.value == "#") return true;
+  if (!anchors_) anchors_ = std::make_unique<Anchors>(page_.work_text());
+  AssignLower(link.value.substr(1), name_);
+  return anchors_->Has(name_) || ReportLinkError(link, kNoAnchor);
+}
+
+bool LinkCheck::VerifyFile(const Link& link) {
+  const bool permit_upper_case = run_.options.UCfilename;
+  value_ = link.value;  // the page may change under the link
+  const std::string_view value = value_;
+  const std::size_t hash = std::min(value.find('#'), value.size());
+  const std::string_view local_path = value.substr(0, hash);
+  AssignLower(value.substr(std::min(hash + 1, value.size())), name_);
+  if (permit_upper_case) {
+    return VerifyTarget(link, run_.targets.OfPlainLink(local_path, run_.options.dirList), local_path);
+  }
+  if (HasUpperCase(local_path) && !ReportLinkError(link, kUpperCase)) return false;
+  LinkTarget& target = run_.targets.OfResolvedLink(local_path, page_.path());
+  return OfferRename(target) && VerifyTarget(link, target, target.path);
+}
+
+bool LinkCheck::OfferRename(LinkTarget& target) {
+  const Question* const offer = run_.targets.RenameOffer(target);
+  if (offer == nullptr) return true;
+  run_.state.RenameOffered = true;
+  if (!run_.host.Ask(*offer)) return true;
+  std::string old_path;
+  std::string new_path;
+  if (Status status = run_.targets.Rename(target, old_path, new_path); !status.ok()) {
+    run_.host.TellFailure(old_path, status.reason());
+    return false;
+  }
+  if (page_.path() == old_path) page_.SetPath(new_path);
+  run_.state.Renamed[old_path] = new_path;
+  return true;
+}
+
+bool LinkCheck::VerifyTarget(const Link& link, LinkTarget& target, std::string_view shown_path) {
+  const auto report_failure = [&](const Status& status) {
+    return ReportLinkError(link, status.reason() + ": " + std::string(shown_path));
+  };
+  if (const Status& status = run_.targets.Open(target); !status.ok()) return report_failure(status);
+  if (!name_.empty()) {
+    bool found = false;
+    if (Status status = run_.targets.FindAnchor(target, name_, found); !status.ok()) {
+      return report_failure(status);
+    }
+    if (!found && !ReportLinkError(link, kNoAnchor)) return false;
+  }
+  if (!std::exchange(target.is_registered, true)) run_.state.UnlinkedList.MarkLinked(target.registered);
+  return true;
+}
+
+// Writes a finding into the report and, if wanted, puts it to the user; false when the page's check ends.
+bool LinkCheck::ReportLinkError(const Link& link, std::string_view error) {
+  PageText& text = page_.text();
+  const std::size_t first = std::min(link.start - std::min(link.start, kExcerptBefore), text.size());
+  const std::size_t length = link.end - link.start + kExcerptMore;
+  const std::size_t begin = text.CharacterAtOrBefore(first);
+  const std::size_t end = text.CharacterAtOrAfter(first + std::min(length, text.size() - first));
+  excerpt_.clear();
+  text.AppendSlice(begin, end, excerpt_);
+  RunState& state = run_.state;
+  constexpr std::size_t kLabels = 300;  // bytes, more than all of them
+  state.MakeRoom(page_.path().size() + error.size() + excerpt_.size() + kLabels);
+  if (page_.IsFirstFinding()) AppendFileHeader(page_.path(), state.Results);
+  AppendLinkError(error, excerpt_, state.Results);
+  return !run_.options.ShowEach || PutToUser(link, error, begin, end);
+}
+
+bool LinkCheck::PutToUser(const Link& link, std::string_view error, std::size_t begin, std::size_t end) {
+  Proposal proposal;
+  proposal.FileName = page_.FileName();
+  proposal.SearchText = error;
+  proposal.ReplaceText = excerpt_;
+  const std::size_t start = std::min(link.start - begin, excerpt_.size());
+  proposal.ReplaceSelection = {start, std::min(link.end - link.start, excerpt_.size() - start)};
+  proposal.encoding = page_.text().Encoding();
+  const ProposalAnswer answer = run_.host.Propose(proposal);
+  const bool accepted = answer.ReplaceAnswer == kKeep || answer.ReplaceAnswer == kReplace;
+  if (accepted && answer.ReplaceText != excerpt_ && !Correct(begin, end, answer.ReplaceText)) return false;
+  if (answer.ReplaceAnswer == kStop) run_.state.StopRequested = true;
+  return answer.ReplaceAnswer != kStop;
+}
+
+bool LinkCheck::Correct(std::size_t begin, std::size_t end, const std::string& text) {
+  std::string change(CrLf);
+  AppendWasChanged(text, change);
+  run_.state.MakeRoom(change.size());
+  status_ = page_.Replace(begin, end, text);
+  if (!status_.ok()) return false;
+  run_.state.Results += change;
+  anchors_.reset();
+  cgi_.reset();
+  scanner_.Restart(begin + 2);
+  return true;
+}
+
+}  // namespace tessaril

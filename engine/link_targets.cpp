@@ -1,0 +1,169 @@
+#include "engine/link_targets.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "engine/ascii.h"
+#include "engine/link_paths.h"
+#include "engine/paths.h"
+
+namespace tessaril {
+namespace {
+
+// How much is remembered at most; then all is forgotten and looked up anew.
+constexpr std::size_t kMostTargets = 200000;
+constexpr std::size_t kMostAnchorMemory = std::size_t{64} << 20;  // bytes
+
+constexpr std::size_t kLongestName = 128;  // bytes of an anchor's name that are remembered of every file
+
+std::string OfferText(const std::string& stored_name) {
+  return stored_name +
+         ":\r\nFound UPPERcase characters in a linked file's filename! \r\n\r\n"
+         "Replace this filename with the proper lowercase name:\r\n" +
+         ToLower(stored_name);
+}
+
+}  // namespace
+
+LinkTarget& LinkTargets::OfResolvedLink(std::string_view link, std::string_view page_path) {
+  std::string path = ResolveLink(link, page_path);
+  bool is_new = false;
+  LinkTarget& target = Remember(path, is_new);
+  if (is_new) {
+    target.registered = RegisteredPath(path, {});
+    target.path = std::move(path);
+  }
+  return target;
+}
+
+LinkTarget& LinkTargets::OfPlainLink(std::string_view link, std::string_view root) {
+  const bool absolute = link.starts_with(kSeparator);
+  const std::string& folder = files_.CurrentFolder();
+  bool is_new = false;
+  if (!absolute && JoinByText(link, folder, root, key_)) {
+    LinkTarget& target = Remember(key_, is_new);
+    if (is_new) target.path = target.registered = key_;
+    return target;
+  }
+  key_.clear();
+  if (!absolute) {
+    // No path begins so: a link's own file may be registered otherwise than an equal absolute path.
+    key_ += '\0';
+    key_ += folder;
+    key_ += '\0';
+  }
+  key_ += link;
+  LinkTarget& target = Remember(key_, is_new);
+  if (is_new) {
+    target.registered = RegisteredPath(link, folder);
+    target.path = absolute || link.empty() ? std::string(link) : JoinPath(folder, link);
+  }
+  return target;
+}
+
+LinkTarget& LinkTargets::Remember(std::string_view key, bool& is_new) {
+  if (targets_.size() >= kMostTargets || anchor_memory_ >= kMostAnchorMemory) {
+    targets_.clear();
+    anchor_memory_ = 0;
+  }
+  const auto known = targets_.find(key);
+  is_new = known == targets_.end();
+  return is_new ? targets_[std::string(key)] : known->second;
+}
+
+const Status& LinkTargets::Open(LinkTarget& target) {
+  if (target.opening && target.opened_at == changes_) return *target.opening;
+  FileStamp stamp;
+  target.opening = files_.Examine(target.path, stamp);
+  target.opened_at = changes_;
+  if (!target.opening->ok() || stamp != target.stamp) target.anchors.reset();
+  target.stamp = stamp;
+  return *target.opening;
+}
+
+const Question* LinkTargets::RenameOffer(LinkTarget& target) {
+  if (target.looked_up_at != renames_) LookUpName(target);
+  return target.offer ? &*target.offer : nullptr;
+}
+
+void LinkTargets::LookUpName(LinkTarget& target) {
+  target.looked_up_at = renames_;
+  target.stored_name.clear();
+  target.offer.reset();
+  const Spellings& spellings = SpellingsIn(std::string(FolderOf(target.registered)));
+  const std::string name(NameOf(target.path));
+  const auto found = spellings.find(ToLower(name));
+  if (found == spellings.end() || found->second.empty()) return;
+  const std::vector<std::string>& stored = found->second;
+  const bool exact = std::find(stored.begin(), stored.end(), name) != stored.end();
+  const std::string& chosen = exact ? name : *std::min_element(stored.begin(), stored.end());
+  if (chosen == found->first) return;
+  target.stored_name = chosen;
+  target.offer = Question{OfferText(chosen), Question::When::kDuringWalk};
+}
+
+const LinkTargets::Spellings& LinkTargets::SpellingsIn(const std::string& folder) {
+  const auto [place, inserted] = folders_.try_emplace(folder);
+  Spellings& spellings = place->second;
+  if (!inserted) return spellings;
+  std::vector<FolderEntry> entries;
+  FileStamp stamp;
+  (void)files_.ListFolder(folder, entries, stamp);  // what cannot be listed is taken as empty
+  std::erase_if(entries, [](const FolderEntry& entry) { return entry.kind != EntryKind::kFile; });
+  const auto lower_end = std::partition(entries.begin(), entries.end(), [](const FolderEntry& entry) {
+    return entry.name == ToLower(entry.name);
+  });
+  for (auto entry = lower_end; entry != entries.end(); ++entry) {
+    spellings[ToLower(entry->name)].push_back(std::move(entry->name));
+  }
+  for (auto entry = entries.begin(); entry != lower_end; ++entry) {
+    if (const auto upper = spellings.find(entry->name); upper != spellings.end()) {
+      upper->second.push_back(std::move(entry->name));
+    }
+  }
+  return spellings;
+}
+
+Status LinkTargets::Rename(LinkTarget& target, std::string& old_path, std::string& new_path) {
+  const std::string folder(FolderOf(target.registered));
+  const std::string from = target.stored_name;
+  const std::string to = ToLower(from);
+  old_path = JoinPath(folder, from);
+  new_path = JoinPath(folder, to);
+  if (Status status = files_.Rename(folder, from, to); !status.ok()) return status;
+  ++renames_;
+  ++changes_;
+  std::vector<std::string>& stored = folders_[folder][to];
+  std::erase(stored, from);
+  stored.push_back(to);
+  return {};
+}
+
+Status LinkTargets::FindAnchor(LinkTarget& target, std::string_view name, bool& found) {
+  if (name.size() <= kLongestName) {
+    if (!target.anchors) {
+      if (Status status = ReadAnchors(target, kLongestName, target.anchors); !status.ok()) return status;
+      anchor_memory_ += target.anchors->memory();
+    }
+    found = target.anchors->Has(name);
+    return {};
+  }
+  if (!long_anchors_ || long_anchors_path_ != target.path || long_anchors_at_ != changes_) {
+    long_anchors_.reset();
+    if (Status status = ReadAnchors(target, std::string::npos, long_anchors_); !status.ok()) return status;
+    long_anchors_path_ = target.path;
+    long_anchors_at_ = changes_;
+  }
+  found = long_anchors_->Has(name);
+  return {};
+}
+
+Status LinkTargets::ReadAnchors(const LinkTarget& target, std::size_t longest_name,
+                                std::unique_ptr<Anchors>& anchors) {
+  FileStamp stamp;
+  if (Status status = files_.Read(target.path, bytes_, stamp); !status.ok()) return status;
+  anchors = std::make_unique<Anchors>(bytes_.view(), longest_name);
+  return {};
+}
+
+}  // namespace tessaril

@@ -1,0 +1,96 @@
+#ifndef TESSARIL_ENGINE_LINK_TARGETS_H_
+#define TESSARIL_ENGINE_LINK_TARGETS_H_
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "engine/anchors.h"
+#include "engine/byte_buffer.h"
+#include "engine/files.h"
+#include "engine/run_host.h"
+
+namespace tessaril {
+
+/// A file that pages link to, and what a run has learned of it.
+struct LinkTarget {
+  std::string path;        // as it is opened
+  std::string registered;  // as it stands in the register
+  bool is_registered = false;
+
+  // The rest is for LinkTargets.
+  std::optional<Status> opening;  // how opening it went, as long as that is known
+  FileStamp stamp;
+  unsigned opened_at = 0;  // what LinkTargets had counted then
+  std::unique_ptr<Anchors> anchors;
+  std::string stored_name;  // the file's name when that has an upper-case letter, else empty
+  std::optional<unsigned> looked_up_at;
+  std::optional<Question> offer;
+};
+
+/// What a run has learned of the files that pages link to, each looked up once: many pages link to the same
+/// few. Nothing that is remembered outlives a change that the run itself makes.
+class LinkTargets {
+ public:
+  explicit LinkTargets(Files& files) : files_(files) {}
+
+  /// The target of a link that counts from the folder of its page.
+  LinkTarget& OfResolvedLink(std::string_view link, std::string_view page_path);
+
+  /// The target of a link that the system itself makes absolute against the current folder. Below `root`, the
+  /// folder that is walked, no folder on the way to the current one is a symbolic link.
+  LinkTarget& OfPlainLink(std::string_view link, std::string_view root);
+
+  /// Whether the file can be opened for reading.
+  const Status& Open(LinkTarget& target);
+
+  /// The question whether the file shall get a lower-case name; null when its name has no upper-case letter
+  /// or there is no such file. Letter case does not matter when it is looked for.
+  const Question* RenameOffer(LinkTarget& target);
+
+  /// What the question asks for. `old_path` and `new_path` become the names with their folder, tidied.
+  Status Rename(LinkTarget& target, std::string& old_path, std::string& new_path);
+
+  /// Whether the file has an anchor of that name, which is in lower case. Fails when it cannot be read.
+  Status FindAnchor(LinkTarget& target, std::string_view name, bool& found);
+
+  /// The run has written a file: what is remembered of files is to be looked at anew.
+  void NoteChange() { ++changes_; }
+
+ private:
+  // The files of a folder of which some spelling has an upper-case letter, by their names in lower case.
+  using Spellings = std::unordered_map<std::string, std::vector<std::string>>;
+
+  // Lets a key be looked up by any view of its bytes.
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view key) const { return std::hash<std::string_view>()(key); }
+  };
+
+  LinkTarget& Remember(std::string_view key, bool& is_new);
+  const Spellings& SpellingsIn(const std::string& folder);
+  void LookUpName(LinkTarget& target);
+  Status ReadAnchors(const LinkTarget& target, std::size_t longest_name, std::unique_ptr<Anchors>& anchors);
+
+  Files& files_;
+  std::unordered_map<std::string, LinkTarget, Hash, std::equal_to<>> targets_;
+  std::unordered_map<std::string, Spellings> folders_;
+  unsigned changes_ = 0;  // by the run, of any file
+  unsigned renames_ = 0;
+  std::size_t anchor_memory_ = 0;  // bytes
+  std::string key_;                // of the target last asked for
+  ByteBuffer bytes_;               // memory for the file in which anchors are looked for
+  // All anchors of one file, for names longer than are remembered of each.
+  std::unique_ptr<Anchors> long_anchors_;
+  std::string long_anchors_path_;
+  unsigned long_anchors_at_ = 0;
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_ENGINE_LINK_TARGETS_H_
