@@ -13,12 +13,24 @@ constexpr std::size_t kMostSorted = 1024;
 
 }  // namespace
 
+// A page may have a thousand links for each anchor. So NAME is looked for, and the rest of the chain near it.
 Anchors::Anchors(std::string_view text, std::size_t longest_name) : longest_name_(longest_name) {
-  static const Chain anchor("<a", "name", "=");
-  for (std::optional<Chain::Place> place = FindChain(anchor, text, 0); place;
-       place = FindChain(anchor, text, place->last + 1)) {
-    Enter(text, place->last);
+  constexpr std::string_view kName = "name";
+  constexpr std::size_t kMostAhead = 2 + Chain::kMostBetween;                  // bytes from "<A" to NAME
+  constexpr std::size_t kMostBehind = kName.size() + Chain::kMostBetween + 1;  // bytes from NAME behind "="
+  static const Chain anchor("<a", kName, "=");
+  static const ByteSearch name(kName, LetterCase::kFolded);
+  std::size_t from = 0;
+  for (std::size_t at = name.Find(text, from); at != ByteSearch::kNone; at = name.Find(text, from)) {
+    from = std::max(from, at - std::min(at, kMostAhead));
+    const std::optional<Chain::Place> place = FindChain(anchor, text.substr(0, at + kMostBehind), from);
+    if (place) Enter(text, place->last);
+    from = (place ? place->last : at) + 1;
   }
+}
+
+void Anchors::Sort() {
+  sorted_ = true;
   const std::size_t most = std::min(longest_name_, kMostSorted);
   std::sort(starts_.begin(), starts_.end(),
             [this, most](std::size_t a, std::size_t b) { return NameAt(a, most) < NameAt(b, most); });
@@ -37,7 +49,8 @@ void Anchors::Enter(std::string_view text, std::size_t equals_sign) {
   for (std::size_t i = 0; i <= Chain::kMostBetween && i < left; ++i) starts_.push_back(first + i);
 }
 
-bool Anchors::Has(std::string_view name) const {
+bool Anchors::Has(std::string_view name) {
+  if (!sorted_) Sort();
   const std::size_t most = std::min(name.size(), kMostSorted);
   const std::string_view beginning = name.substr(0, most);
   const auto first = std::lower_bound(

@@ -9,7 +9,8 @@
 namespace tessaril {
 
 /// The anchors of one text: "<A" tags whose first attribute is NAME. The text is searched once for all of
-/// them; whether it has a certain one is then a look-up. Letters of both cases are taken as the same.
+/// them; whether it has a certain one is then a look-up (the first of which sorts them). Letters of both
+/// cases are taken as the same.
 class Anchors {
  public:
   /// Remembers as much of `text` as names of up to `longest_name` bytes need, none longer than the text.
@@ -17,21 +18,23 @@ class Anchors {
 
   /// Whether `name`, in lower case, stands behind the "=" of an anchor with at most four bytes between: an
   /// anchor is named so, or its name begins so. `name` is no longer than the longest that is remembered.
-  bool Has(std::string_view name) const;
+  bool Has(std::string_view name);
 
   /// Bytes of memory.
   std::size_t memory() const { return text_.capacity() + starts_.capacity() * sizeof(std::size_t); }
 
  private:
   void Enter(std::string_view text, std::size_t equals_sign);
+  void Sort();
   std::string_view NameAt(std::size_t place, std::size_t most) const {
     return std::string_view(text_).substr(place, most);
   }
 
   std::size_t longest_name_;
-  std::string text_;                 // in lower case; what lies far behind an anchor is left out
-  std::size_t entered_end_ = 0;      // where in the whole text ends what was taken of it
-  std::vector<std::size_t> starts_;  // places in `text_` where a name may begin, sorted by the names
+  std::string text_;             // in lower case; what lies far behind an anchor is left out
+  std::size_t entered_end_ = 0;  // where in the whole text ends what was taken of it
+  bool sorted_ = false;
+  std::vector<std::size_t> starts_;  // places in `text_` where a name may begin, by the names
 };
 
 }  // namespace tessaril

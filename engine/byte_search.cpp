@@ -185,6 +185,25 @@ __attribute__((target("avx2"))) std::size_t ByteSearch::FindWide(std::string_vie
 
 #endif
 
+std::size_t FindEither(char a, char b, std::string_view text, std::size_t from) {
+  std::size_t place = from;
+#if defined(__x86_64__)
+  constexpr std::size_t kWidth = 16;
+  const __m128i first = _mm_set1_epi8(a);
+  const __m128i second = _mm_set1_epi8(b);
+  for (; place + kWidth <= text.size(); place += kWidth) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + place));
+    const int bits =
+        _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(bytes, first), _mm_cmpeq_epi8(bytes, second)));
+    if (bits != 0) return place + static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(bits)));
+  }
+#endif
+  for (; place < text.size(); ++place) {
+    if (text[place] == a || text[place] == b) return place;
+  }
+  return ByteSearch::kNone;
+}
+
 std::size_t FindHighByteOr(char mark, std::string_view text) {
   std::size_t place = 0;
 #if defined(__x86_64__)

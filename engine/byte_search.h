@@ -47,6 +47,9 @@ class ByteSearch {
   std::uint64_t head_mask_ = 0;
 };
 
+/// The first place in `text`, at or after `from`, of one of two bytes; ByteSearch::kNone when there is none.
+std::size_t FindEither(char a, char b, std::string_view text, std::size_t from);
+
 /// The first place in `text` of a byte above 127 or of `mark`, which is below; ByteSearch::kNone when there
 /// is neither.
 std::size_t FindHighByteOr(char mark, std::string_view text);

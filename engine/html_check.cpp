@@ -39,6 +39,10 @@ Status CheckHTML(std::string& page_path, RunContext& run) {
   run.state.UnlinkedList.AddChecked(page_path);
   if (!page.MakeWorkText()) return {};
   if (run.options.function == Function::kColours) return CheckColours(page, run);
+  if (run.options.function == Function::kLinks) {
+    run.targets.EnterFolder(FolderOf(page_path), run.options.dirList);
+    run.targets.NotePage(page_path, page.stamp(), page.text().Tail(0));
+  }
   return ScanLinks(page, run);
 }
 

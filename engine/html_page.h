@@ -26,6 +26,7 @@ class HtmlPage {
   bool MakeWorkText();
 
   const std::string& path() const { return path_; }
+  const FileStamp& stamp() const { return stamp_; }
   PageText& text() { return *text_; }
 
   /// Valid until the next call of Replace.

@@ -38,7 +38,9 @@ bool LinkCheck::Verify(const Link& link) {
 bool LinkCheck::IsForCgi(const Link& link) {
   if (!run_.options.CGI) return false;
   if (!cgi_ || cgi_->name != run_.options.CGIname) PrepareCgi();
+  constexpr std::size_t kShort = 256;  // bytes of a value that is not worth remembering more than itself
   if (cgi_->sought.empty()) return cgi_->can_occur;
+  if (link.value.size() <= kShort) return link.value.find(cgi_->sought) != std::string_view::npos;
   if (cgi_->from > link.start || cgi_->place < link.start) {
     cgi_->from = link.start;
     cgi_->place = cgi_->search.Find(page_.work_text(), link.start);
@@ -70,11 +72,9 @@ bool LinkCheck::VerifyFile(const Link& link) {
   const std::size_t hash = std::min(value.find('#'), value.size());
   const std::string_view local_path = value.substr(0, hash);
   AssignLower(value.substr(std::min(hash + 1, value.size())), name_);
-  if (permit_upper_case) {
-    return VerifyTarget(link, run_.targets.OfPlainLink(local_path, run_.options.dirList), local_path);
-  }
-  if (HasUpperCase(local_path) && !ReportLinkError(link, kUpperCase)) return false;
-  LinkTarget& target = run_.targets.OfResolvedLink(local_path, page_.path());
+  if (!permit_upper_case && HasUpperCase(local_path) && !ReportLinkError(link, kUpperCase)) return false;
+  LinkTarget& target = run_.targets.Find(local_path, page_.path(), !permit_upper_case);
+  if (permit_upper_case) return VerifyTarget(link, target, local_path);
   return OfferRename(target) && VerifyTarget(link, target, target.path);
 }
 

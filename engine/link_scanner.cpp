@@ -1,8 +1,12 @@
 #include "engine/link_scanner.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
 
 #include "engine/ascii.h"
+#include "engine/byte_search.h"
 #include "engine/find_chain.h"
 
 namespace tessaril {
@@ -11,12 +15,38 @@ namespace {
 constexpr std::size_t kLongestScheme = 7;  // bytes, ":" included
 constexpr std::size_t kQuoteWithin = 10;   // bytes behind the separator
 
-// The keywords, each with the separator that follows it.
-const std::array<Chain, 6>& Keywords() {
-  static const std::array<Chain, 6> keywords = {Chain("href", "="),      Chain("src", "="),
-                                                Chain("url", "="),       Chain("window.open", "("),
-                                                Chain(".location", "="), Chain("background", "=")};
-  return keywords;
+struct Keyword {
+  std::string_view word;  // in lower case
+  char separator;         // what follows it, with few bytes between
+};
+constexpr std::array<Keyword, 6> kKeywords = {{{"href", '='},
+                                               {"src", '='},
+                                               {"url", '='},
+                                               {"window.open", '('},
+                                               {".location", '='},
+                                               {"background", '='}}};
+
+// For each byte the keywords that have it at a place counted from their end, a bit for each keyword.
+using KeywordBits = std::array<std::uint8_t, 256>;
+constexpr KeywordBits KeywordsWith(std::size_t from_end) {
+  KeywordBits result{};
+  for (std::size_t i = 0; i < kKeywords.size(); ++i) {
+    const std::string_view word = kKeywords[i].word;
+    const char c = word[word.size() - from_end];
+    for (const char either_case : {c, ToUpper(c)}) {
+      auto& bits = result[static_cast<unsigned char>(either_case)];
+      bits = static_cast<std::uint8_t>(bits | 1U << i);
+    }
+  }
+  return result;
+}
+constexpr KeywordBits kLastByte = KeywordsWith(1);
+constexpr KeywordBits kLastByteButOne = KeywordsWith(2);
+
+// The keywords whose last two bytes are the ones in front of `end`, which is at least 2.
+inline unsigned CandidatesBefore(std::size_t end, std::string_view text) {
+  return kLastByte[static_cast<unsigned char>(text[end - 1])] &
+         kLastByteButOne[static_cast<unsigned char>(text[end - 2])];
 }
 
 constexpr bool IsQuote(char c) {
@@ -89,18 +119,42 @@ void LinkScanner::Restart(std::size_t place) {
   position_ = place;
 }
 
-// The separator of the keyword that stands first.
-std::size_t LinkScanner::FindSeparator(std::string_view text) {
-  const FoundKeyword* first = nullptr;
-  for (std::size_t i = 0; i < kKeywords; ++i) {
-    FoundKeyword& found = keywords_[i];
-    if (!found.keyword.HoldsFor(position_)) {
-      const std::optional<Chain::Place> place = FindChain(Keywords()[i], text, position_);
-      found = {{position_, place ? place->begin : kNone}, place ? place->last : kNone};
+// The separator of the keyword that stands first. Keywords are looked for from their separators backwards: of
+// two that share one, or whose separators are of one kind, the one with the first separator begins first.
+std::size_t LinkScanner::FindSeparator(std::string_view text) const {
+  for (std::size_t place = FindEither('=', '(', text, position_); place != kNone;
+       place = FindEither('=', '(', text, place + 1)) {
+    const std::size_t begin = KeywordBefore(place, text);
+    if (begin == kNone) continue;
+    // One that begins earlier may have its separator, of the other kind, a little later.
+    for (std::size_t later = place + 1; later <= place + Chain::kMostBetween && later < text.size();
+         ++later) {
+      const bool separates = text[later] == '=' || text[later] == '(';
+      if (separates && KeywordBefore(later, text) < begin) return later;
     }
-    if (first == nullptr || found.keyword.place < first->keyword.place) first = &found;
+    return place;
   }
-  return first->separator;
+  return kNone;
+}
+
+// Where the keyword begins that has its separator at `separator`; of several the first.
+std::size_t LinkScanner::KeywordBefore(std::size_t separator, std::string_view text) const {
+  constexpr std::size_t kShortest = 3;  // bytes of a keyword
+  std::size_t first = kNone;
+  for (std::size_t between = 0; between <= Chain::kMostBetween; ++between) {
+    if (separator < position_ + between + kShortest) break;
+    const std::size_t end = separator - between;
+    for (unsigned bits = CandidatesBefore(end, text); bits != 0; bits &= bits - 1) {
+      const Keyword& keyword = kKeywords[static_cast<std::size_t>(std::countr_zero(bits))];
+      if (keyword.separator != text[separator] || end - position_ < keyword.word.size()) continue;
+      const std::size_t begin = end - keyword.word.size();
+      const auto is_same = [](char a, char b) { return a == ToLower(b); };
+      const char* const place = text.data() + begin;
+      if (std::equal(keyword.word.begin(), keyword.word.end(), place, is_same))
+        first = std::min(first, begin);
+    }
+  }
+  return first;
 }
 
 std::size_t LinkScanner::FindOpeningQuote(std::string_view text, std::size_t begin) const {

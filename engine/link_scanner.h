@@ -1,9 +1,7 @@
 #ifndef TESSARIL_ENGINE_LINK_SCANNER_H_
 #define TESSARIL_ENGINE_LINK_SCANNER_H_
 
-#include <array>
 #include <cstddef>
-#include <optional>
 #include <string_view>
 
 namespace tessaril {
@@ -41,7 +39,6 @@ class LinkScanner {
 
  private:
   static constexpr std::size_t kNone = std::string_view::npos;
-  static constexpr std::size_t kKeywords = 6;
 
   // What was found when it was looked for last: the first place at or after `from`, kNone for nowhere. It is
   // also the first one after any place between the two.
@@ -51,17 +48,13 @@ class LinkScanner {
 
     bool HoldsFor(std::size_t start) const { return from <= start && start <= place; }
   };
-  struct FoundKeyword {
-    Found keyword;
-    std::size_t separator = 0;  // the place of what follows it
-  };
 
-  std::size_t FindSeparator(std::string_view text);
+  std::size_t FindSeparator(std::string_view text) const;
+  std::size_t KeywordBefore(std::size_t separator, std::string_view text) const;
   std::size_t FindOpeningQuote(std::string_view text, std::size_t begin) const;
   std::size_t FindValueEnd(std::string_view text, std::size_t start, char quote);
 
   std::size_t position_ = 0;  // where the next keyword is looked for
-  std::array<FoundKeyword, kKeywords> keywords_;
   Found double_quote_;
   Found apostrophe_;
   Found unquoted_end_;

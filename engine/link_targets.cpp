@@ -36,11 +36,11 @@ LinkTarget& LinkTargets::OfResolvedLink(std::string_view link, std::string_view 
   return target;
 }
 
-LinkTarget& LinkTargets::OfPlainLink(std::string_view link, std::string_view root) {
+LinkTarget& LinkTargets::OfPlainLink(std::string_view link) {
   const bool absolute = link.starts_with(kSeparator);
   const std::string& folder = files_.CurrentFolder();
   bool is_new = false;
-  if (!absolute && JoinByText(link, folder, root, key_)) {
+  if (!absolute && JoinByText(link, folder, root_, key_)) {
     LinkTarget& target = Remember(key_, is_new);
     if (is_new) target.path = target.registered = key_;
     return target;
@@ -62,13 +62,50 @@ LinkTarget& LinkTargets::OfPlainLink(std::string_view link, std::string_view roo
 }
 
 LinkTarget& LinkTargets::Remember(std::string_view key, bool& is_new) {
-  if (targets_.size() >= kMostTargets || anchor_memory_ >= kMostAnchorMemory) {
-    targets_.clear();
-    anchor_memory_ = 0;
-  }
   const auto known = targets_.find(key);
   is_new = known == targets_.end();
   return is_new ? targets_[std::string(key)] : known->second;
+}
+
+void LinkTargets::ForgetIfTooMuch() {
+  const std::size_t most = std::max(targets_.size(), same_texts_.size());
+  if (most < kMostTargets && anchor_memory_ < kMostAnchorMemory) return;
+  same_texts_.clear();
+  targets_.clear();
+  anchor_memory_ = 0;
+}
+
+void LinkTargets::NotePage(const std::string& path, const FileStamp& stamp, std::string_view text) {
+  ForgetIfTooMuch();
+  bool is_new = false;
+  LinkTarget& target = Remember(path, is_new);
+  if (is_new) {
+    target.registered = RegisteredPath(path, {});
+    target.path = path;
+  }
+  target.opening = Status();
+  target.opened_at = changes_;
+  if (target.anchors && target.stamp == stamp) return;
+  target.stamp = stamp;
+  target.anchors = std::make_unique<Anchors>(text, kLongestName);
+  anchor_memory_ += target.anchors->memory();
+}
+
+void LinkTargets::EnterFolder(std::string_view folder, std::string_view root) {
+  if (folder == folder_ && root == root_) return;
+  folder_ = folder;
+  root_ = root;
+  same_texts_.clear();
+}
+
+LinkTarget& LinkTargets::Find(std::string_view link, const std::string& page_path, bool resolve) {
+  ForgetIfTooMuch();
+  if (std::exchange(same_resolve_, resolve) != resolve) same_texts_.clear();
+  const auto known = same_texts_.find(link);
+  if (known != same_texts_.end()) return *known->second;
+  LinkTarget& target = resolve ? OfResolvedLink(link, page_path) : OfPlainLink(link);
+  same_texts_.emplace(link, &target);
+  return target;
 }
 
 const Status& LinkTargets::Open(LinkTarget& target) {

@@ -39,12 +39,16 @@ class LinkTargets {
  public:
   explicit LinkTargets(Files& files) : files_(files) {}
 
-  /// The target of a link that counts from the folder of its page.
-  LinkTarget& OfResolvedLink(std::string_view link, std::string_view page_path);
+  /// A page that was read just now: links to it need not look for it again.
+  void NotePage(const std::string& path, const FileStamp& stamp, std::string_view text);
 
-  /// The target of a link that the system itself makes absolute against the current folder. Below `root`, the
-  /// folder that is walked, no folder on the way to the current one is a symbolic link.
-  LinkTarget& OfPlainLink(std::string_view link, std::string_view root);
+  /// Links are in pages of this folder from now on, which is the current one. Below `root`, the folder that
+  /// is walked, no folder on the way there is a symbolic link.
+  void EnterFolder(std::string_view folder, std::string_view root);
+
+  /// The file that `link`, a value without its anchor, leads to. With `resolve` it is made absolute by
+  /// ResolveLink, else the system does that against the current folder.
+  LinkTarget& Find(std::string_view link, const std::string& page_path, bool resolve);
 
   /// Whether the file can be opened for reading.
   const Status& Open(LinkTarget& target);
@@ -56,7 +60,8 @@ class LinkTargets {
   /// What the question asks for. `old_path` and `new_path` become the names with their folder, tidied.
   Status Rename(LinkTarget& target, std::string& old_path, std::string& new_path);
 
-  /// Whether the file has an anchor of that name, which is in lower case. Fails when it cannot be read.
+  /// Whether the file, which can be opened, has an anchor of that name, which is in lower case. Fails when it
+  /// cannot be read.
   Status FindAnchor(LinkTarget& target, std::string_view name, bool& found);
 
   /// The run has written a file: what is remembered of files is to be looked at anew.
@@ -72,7 +77,10 @@ class LinkTargets {
     std::size_t operator()(std::string_view key) const { return std::hash<std::string_view>()(key); }
   };
 
+  LinkTarget& OfResolvedLink(std::string_view link, std::string_view page_path);
+  LinkTarget& OfPlainLink(std::string_view link);
   LinkTarget& Remember(std::string_view key, bool& is_new);
+  void ForgetIfTooMuch();
   const Spellings& SpellingsIn(const std::string& folder);
   void LookUpName(LinkTarget& target);
   Status ReadAnchors(const LinkTarget& target, std::size_t longest_name, std::unique_ptr<Anchors>& anchors);
@@ -84,7 +92,12 @@ class LinkTargets {
   unsigned renames_ = 0;
   std::size_t anchor_memory_ = 0;  // bytes
   std::string key_;                // of the target last asked for
-  ByteBuffer bytes_;               // memory for the file in which anchors are looked for
+  std::string folder_;
+  std::string root_;
+  // The targets of the links that were met in pages of this folder, by what stands in the page.
+  bool same_resolve_ = false;
+  std::unordered_map<std::string, LinkTarget*, Hash, std::equal_to<>> same_texts_;
+  ByteBuffer bytes_;  // memory for the file in which anchors are looked for
   // All anchors of one file, for names longer than are remembered of each.
   std::unique_ptr<Anchors> long_anchors_;
   std::string long_anchors_path_;

@@ -6,7 +6,6 @@
 #include <stdexcept>
 
 namespace tessaril {
-
 void RunState::MakeRoom(std::size_t bytes) {
   constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();  // bytes of a report
   const std::size_t unlinked = 2 * UnlinkedList.text().size();             // more than is made of it
