@@ -151,5 +151,52 @@ TEST_F(DiskFilesTest, DoesNotOverwriteWhatItHasNotRead) {
   EXPECT_TRUE(scratch.Names().empty());
 }
 
+TEST_F(DiskFilesTest, ExaminesRegularFilesOnly) {
+  scratch.Write("site/p.htm", "1");
+  mkfifo((scratch / "site/pipe").c_str(), 0666);
+  fs::create_symlink("site", scratch / "link");
+  fs::create_symlink("none", scratch / "site/broken");
+  const std::string missing = "No such file or directory";
+  struct Row {
+    std::string name;
+    std::string reason;  // of the failure
+  };
+  const Row rows[] = {
+      {"site/p.htm", ""},
+      {"link//./p.htm", ""},
+      {"site/q.htm", missing},
+      {"site/broken", missing},
+      {std::string("site/p.htm\0", 11), missing},
+      {"site", "Is a directory"},
+      {"site/", "Is a directory"},
+      {"site/p.htm/", "Not a directory"},
+      {"site/p.htm/x", "Not a directory"},
+      {"site/pipe", "Not a regular file"},
+      {std::string(300, 'x'), "File name too long"},
+      {std::string(5000, 'x'), "File name too long"},
+  };
+  for (const bool entered : {false, true}) {
+    if (entered && !files.EnterFolder(scratch / "site").ok()) FAIL();
+    for (const Row& row : rows) {
+      EXPECT_EQ(files.Examine(scratch / row.name, stamp).reason(), row.reason) << row.name;
+      EXPECT_EQ(Read(row.name).reason(), row.reason) << row.name;
+    }
+  }
+  EXPECT_EQ(files.Examine("", stamp).reason(), missing);
+  EXPECT_EQ(files.Examine("/dev/null", stamp).reason(), "Not a regular file");
+}
+
+TEST_F(DiskFilesTest, RenamesWithoutOverwriting) {
+  for (const char* name : {"A.htm", "B.htm", "b.htm"}) scratch.Write(name, name);
+  fs::create_symlink("b.htm", scratch / "C.htm");
+  EXPECT_TRUE(files.Rename(scratch.path(), "A.htm", "a.htm").ok());
+  EXPECT_EQ(files.Rename(scratch.path(), "B.htm", "b.htm").reason(), "File exists");
+  EXPECT_TRUE(files.Rename(scratch.path(), "C.htm", "c.htm").ok());
+  EXPECT_EQ(files.Rename(scratch.path(), "D.htm", "d.htm").reason(), "No such file or directory");
+  EXPECT_EQ(scratch.Names(), (Names{"B.htm", "a.htm", "b.htm", "c.htm"}));
+  EXPECT_EQ(scratch.Read("b.htm"), "b.htm");
+  EXPECT_TRUE(fs::is_symlink(scratch / "c.htm"));
+}
+
 }  // namespace
 }  // namespace tessaril

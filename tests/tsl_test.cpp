@@ -126,6 +126,72 @@ TEST_F(Tsl, ChecksEntities) {
   EXPECT_EQ(RunTsl(check).status, 0);
 }
 
+TEST_F(Tsl, ChecksLinks) {
+  const std::string page = "<a href=\"B.htm\"><a href=\"c.htm\">";
+  scratch.Write("a.htm", page);
+  scratch.Write("B.htm", "");
+  mkfifo((scratch / "c.htm").c_str(), 0666);
+  const auto error = [](const std::string& text) {
+    return "\r\n\r\n*** Error:     " + text + "\r\n...in link:\r\n\r\n";
+  };
+  const std::string upper =
+      error("Found UPPERcase characters in link filename! Correct manually to lowercase if suitable!");
+  const std::string pipe = error("Not a regular file: " + scratch / "c.htm");
+  const std::string unlinked =
+      "\r\n\r\n" + std::string(50, '=') + "\r\nUnlinked files:\r\n     " + scratch / "a.htm";
+  ProgramEnd end = RunTsl({"links", folder, "--transcript", scratch / "t"});
+  EXPECT_EQ(end.status, 1);
+  EXPECT_EQ(end.err, "");
+  EXPECT_TRUE(end.out.ends_with("\r\n\r\nInternal link errors found:" +
+                                Block("a.htm", upper + page + pipe + page.substr(4)) + "\r\n" + unlinked))
+      << end.out;
+  const std::string question =
+      "{\"message\": \"B.htm:\\r\\nFound UPPERcase characters in a linked file's filename! "
+      "\\r\\n\\r\\nReplace "
+      "this filename with the proper lowercase name:\\r\\nb.htm\", \"buttons\": \"okcancel\", \"answer\": \"";
+  EXPECT_EQ(scratch.Read("t"), question + "cancel\"}\n");
+
+  scratch.Write("answers", "keep\nok\nreplace <a href=\"b.htm\"><a href=\"c.htm\">\nstop\n");
+  end = RunTsl({"links", folder, "--answers", scratch / "answers", "--transcript", scratch / "t"});
+  EXPECT_EQ(end.status, 3);
+  EXPECT_EQ(scratch.Read("a.htm"), "<a href=\"b.htm\"><a href=\"c.htm\">");
+  EXPECT_EQ(scratch.Names(), (Words{"a.htm", "answers", "b.htm", "c.htm", "t"}));
+  const std::string transcript = scratch.Read("t");
+  EXPECT_NE(transcript.find("\n" + question + "ok\"}\n"), std::string::npos);
+  EXPECT_NE(transcript.find("\"found_start\": 0, \"found_length\": 0, \"new\": \"<a href=\\\"B.htm"),
+            std::string::npos);
+  EXPECT_TRUE(end.out.ends_with("   *** Stopped ***\r\nin file " + scratch / "a.htm" + "\r\n"));
+
+  scratch.Write("sub/A.htm", "href='B.htm' href='a.htm' ");
+  scratch.Write("sub/B.htm", "");
+  EXPECT_EQ(RunTsl({"links", scratch / "sub", "--allow-uppercase"}).status, 1);
+  end = RunTsl({"links", scratch / "sub", "--yes"});
+  EXPECT_EQ(end.status, 1);
+  EXPECT_EQ(end.err, "");
+  EXPECT_TRUE(fs::exists(scratch / "sub/b.htm") && fs::exists(scratch / "sub/a.htm"));
+  scratch.Write("sub/a.htm", "href='b.htm' href='a.htm' ");
+  EXPECT_EQ(RunTsl({"links", scratch / "sub"}).status, 0);
+}
+
+TEST_F(Tsl, ListsExternalLinksAndColours) {
+  scratch.Write("a.htm", "<body bgcolor=#123456> <a href=http://x/?y>");
+  ProgramEnd end = RunTsl({"external", folder});
+  EXPECT_EQ(end.status, 0);
+  EXPECT_TRUE(end.out.ends_with("</P>\r\n<H3>" + scratch / "a.htm" +
+                                "</H3>\r\n<A HREF = \"http://x/\"> http://x/</A><BR>\r\n\r\n</HTML>"))
+      << end.out;
+  end = RunTsl({"colours", folder, "--yes", "--transcript", scratch / "t"});
+  EXPECT_EQ(end.status, 1);
+  EXPECT_TRUE(end.out.ends_with(Block("a.htm", "\r\n\r\n<BODY BGCOLOR=#123456>\r\n"))) << end.out;
+  EXPECT_NE(scratch.Read("t").find("\"found_start\": 14, \"found_length\": 7,"), std::string::npos);
+  scratch.Write("answers", "replace <body>\n");
+  EXPECT_EQ(RunTsl({"colours", folder, "--answers", scratch / "answers"}).status, 1);
+  EXPECT_EQ(scratch.Read("a.htm"), "<body> <a href=http://x/?y>");
+  EXPECT_EQ(RunTsl({"colours", folder}).status, 0);
+  scratch.Write("a.htm", "href=mailto:x ");
+  EXPECT_EQ(RunTsl({"external", folder}).status, 1);
+}
+
 TEST_F(Tsl, ReadsTheEntityDataOfAFolder) {
   scratch.Write("a.htm", "\xE9");
   scratch.Write("r", "old");

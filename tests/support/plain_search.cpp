@@ -1,27 +1,16 @@
 #include "tests/support/plain_search.h"
 
 #include <algorithm>
-#include <cctype>
 #include <vector>
+
+#include "tests/support/plain_text.h"
 
 namespace tessaril {
 namespace {
 
-std::string Mid(const std::string& text, std::size_t from, std::size_t count = std::string::npos) {
-  return from > text.size() ? "" : text.substr(from - 1, count);
-}
-
-// Position of `what` at or after `from`, 0 when there is none.
-std::size_t InStr(std::size_t from, const std::string& text, const std::string& what, bool exact = true) {
-  const auto fold = [exact](std::string s) {
-    for (char& c : s) {
-      if (!exact && c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
-    }
-    return s;
-  };
-  if (from > text.size()) return 0;
-  const std::size_t at = fold(text).find(fold(what), from - 1);
-  return at == std::string::npos ? 0 : at + 1;
+// Letter case may be left out of account.
+std::size_t Search(std::size_t from, const std::string& text, const std::string& what, bool exact) {
+  return exact ? InStr(from, text, what) : InStr(from, Lower(text), Lower(what));
 }
 
 std::string Entry(const std::string& label, const std::string& context) {
@@ -74,7 +63,7 @@ void PlainSearch::Run(const std::string& path) {
   const std::size_t blank = InStr(2, S, " ");
   const std::string key = blank == 0 ? S : S.substr(0, blank - 1);
   for (std::size_t P = 0; !S.empty();) {
-    P = InStr(P + 1, text, key, ULcase);
+    P = Search(P + 1, text, key, ULcase);
     if (P == 0) return;
     std::size_t extra = 0;
     std::size_t first_break = 0;
@@ -94,7 +83,7 @@ void PlainSearch::Run(const std::string& path) {
       report += Entry(replacing ? "*** Changed:" : "*** Found:", context);
       if (!replacing) continue;
       text = Mid(text, 1, P - 1) + R + rest;
-      if (InStr(2, R, key, ULcase) != 0) P += R.size() - 1;
+      if (Search(2, R, key, ULcase) != 0) P += R.size() - 1;
       continue;
     }
     std::string shown = R;
