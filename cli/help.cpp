@@ -100,8 +100,7 @@ std::string HelpText(std::string_view command) {
   std::string text = "tsl " + std::string(kPurpose) + "\n\nUsage:\n";
   for (const FunctionRow& row : functions) {
     if (row.command.empty() || (one && row.function != known->function)) continue;
-    text += "  tsl " + Padded(CommandLine(row), kColumn - 6) + std::string(row.summary);
-    text += row.worker == nullptr ? " (not in this version)\n" : "\n";
+    text += "  tsl " + Padded(CommandLine(row), kColumn - 6) + std::string(row.summary) + "\n";
   }
   text += "\n" + Wrapped(kPathMeaning, 90) + "\nOptions:\n";
   for (const OptionRow& option : AllOptions()) {
@@ -132,8 +131,7 @@ std::string ManPage() {
   page += ".SH DESCRIPTION\n" + Roff(kPathMeaning) + "\n.SH COMMANDS\n";
   for (const FunctionRow& row : AllFunctions()) {
     if (row.command.empty()) continue;
-    page += ".TP\n.B " + Roff(row.command) + "\n" + Roff(row.summary);
-    page += row.worker == nullptr ? " (not in this version)\n" : "\n";
+    page += ".TP\n.B " + Roff(row.command) + "\n" + Roff(row.summary) + "\n";
   }
   page += ".SH OPTIONS\n";
   for (const OptionRow& option : AllOptions()) {

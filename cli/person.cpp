@@ -120,7 +120,7 @@ char Choose(const std::string& choices, std::string_view keys) {
 
 }  // namespace
 
-Person::Person() : colours_(WantsColours()) {}
+Person::Person(const FunctionRow& function) : function_(function), colours_(WantsColours()) {}
 
 ProposalAnswer Person::Propose(const Proposal& proposal) {
   const bool editable = proposal.ReplaceText.has_value();
@@ -153,12 +153,12 @@ bool Person::Ask(const Question& question) {
 
 void Person::Show(const Proposal& proposal, const std::string& field, bool edited) const {
   std::cerr << "\n" << Bold("In file: " + OneLine(proposal.FileName)) << "\n";
-  std::cerr << Bold(proposal.ReplaceText ? "Replace:" : "Found:") << "\n"
+  std::cerr << Bold(std::string(function_.Label1)) << "\n"
             << Marked(proposal.SearchText, proposal.SearchSelection, proposal.encoding, "\x1b[31;7m") << "\n";
   if (!proposal.Label4.empty()) std::cerr << OneLine(proposal.Label4) << "\n";
   if (!proposal.ReplaceText) return;
   const Selection selection = edited ? Selection{} : NewPart(proposal, field);
-  std::cerr << Bold(edited ? "... with (edited):" : "... with:") << "\n"
+  std::cerr << Bold(std::string(function_.Label2) + (edited ? " [edited]" : "")) << "\n"
             << Marked(field, selection, proposal.encoding, "\x1b[32;7m") << "\n";
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "cli/answerer.h"
+#include "engine/functions.h"
 
 namespace tessaril {
 
@@ -12,7 +13,8 @@ namespace tessaril {
 /// what is meant.
 class Person : public Answerer {
  public:
-  Person();
+  /// For findings of `function`.
+  explicit Person(const FunctionRow& function);
   ProposalAnswer Propose(const Proposal& proposal) override;
   bool Ask(const Question& question) override;
 
@@ -22,6 +24,7 @@ class Person : public Answerer {
   std::string Bold(const std::string& text) const;
   void Show(const Proposal& proposal, const std::string& field, bool edited) const;
 
+  const FunctionRow& function_;
   bool colours_;
 };
 

@@ -43,7 +43,7 @@ Status MakeAnswerer(const Arguments& arguments, std::unique_ptr<Answerer>& answe
       answerer = std::make_unique<Unattended>(arguments.mode == Mode::kYes);
       return {};
     case Mode::kAsk:
-      answerer = std::make_unique<Person>();
+      answerer = std::make_unique<Person>(RowOf(arguments.options.function));
       return {};
     case Mode::kAnswers:
       break;
@@ -135,10 +135,6 @@ Status LoadEntities(const std::string& folder, Files& files, Entities& entities)
 
 // Everything that can be found wrong before the run is, and nothing is touched until then.
 int Start(Arguments& arguments) {
-  const FunctionRow& function = RowOf(arguments.options.function);
-  if (function.worker == nullptr) {
-    return Refuse(std::string(function.command) + " is not part of this version of tsl");
-  }
   if (Status status = ChoosePlace(arguments.path, arguments.options); !status.ok()) {
     return Refuse(arguments.path + ": " + status.reason());
   }

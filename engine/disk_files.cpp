@@ -70,8 +70,6 @@ FileStamp FolderStamp(int folder) {
   return StampOf(info);
 }
 
-constexpr int kReading = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-
 Status CheckKind(const struct stat& info) {
   if (S_ISDIR(info.st_mode)) return Status::System(EISDIR);
   return S_ISREG(info.st_mode) ? Status() : Status::Failure("Not a regular file");
@@ -93,6 +91,25 @@ Status ReadAll(int file, std::size_t expected, ByteBuffer& bytes) {
     bytes.SetSize(total);
     const bool at_end = got == 0 || (total == expected && static_cast<std::size_t>(got) < room);
     if (at_end) return {};
+  }
+}
+
+// Opens a regular file and, with `content`, reads it.
+Status OpenAndRead(int folder, const std::string& path, FileStamp& stamp, ByteBuffer* content) {
+  // Not blocking, so that a pipe in a page's place is noticed instead of waited for.
+  constexpr int kReading = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  const FileHandle file(openat(folder, path.c_str(), kReading));
+  if (!file.is_open()) return Status::System(errno);
+  struct stat info {};
+  if (fstat(file.get(), &info) != 0) return Status::System(errno);
+  if (Status status = CheckKind(info); !status.ok()) return status;
+  stamp = StampOf(info);
+  if (content == nullptr) return {};
+  try {
+    return ReadAll(file.get(), static_cast<std::size_t>(info.st_size), *content);
+  } catch (const std::bad_alloc&) {
+    content->SetSize(0);
+    return Status::System(ENOMEM);
   }
 }
 
@@ -166,33 +183,18 @@ Status DiskFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& st
   bytes.SetSize(0);
   Place place;
   if (Status status = PlaceOf(path, place); !status.ok()) return status;
-  // Not blocking, so that a pipe in a page's place is noticed instead of waited for.
-  const FileHandle file(openat(place.folder.descriptor, place.path.c_str(), kReading));
-  if (!file.is_open()) return Status::System(errno);
-  struct stat info {};
-  if (fstat(file.get(), &info) != 0) return Status::System(errno);
-  if (Status status = CheckKind(info); !status.ok()) return status;
-  stamp = StampOf(info);
-  try {
-    return ReadAll(file.get(), static_cast<std::size_t>(info.st_size), bytes);
-  } catch (const std::bad_alloc&) {
-    bytes.SetSize(0);
-    return Status::System(ENOMEM);
-  }
+  return OpenAndRead(place.folder.descriptor, place.path, stamp, &bytes);
 }
 
-Status DiskFiles::Examine(const std::string& path, FileStamp& stamp) {
+Status DiskFiles::Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) {
+  if (content != nullptr) content->SetSize(0);
   Place place;
   if (Status status = PlaceOf(path, place); !status.ok()) return status;
   // A page may name a device, which does something when it is opened: the kind comes first.
   struct stat info {};
   if (fstatat(place.folder.descriptor, place.path.c_str(), &info, 0) != 0) return Status::System(errno);
   if (Status status = CheckKind(info); !status.ok()) return status;
-  const FileHandle file(openat(place.folder.descriptor, place.path.c_str(), kReading));
-  if (!file.is_open()) return Status::System(errno);
-  if (fstat(file.get(), &info) != 0) return Status::System(errno);
-  stamp = StampOf(info);
-  return CheckKind(info);
+  return OpenAndRead(place.folder.descriptor, place.path, stamp, content);
 }
 
 Status DiskFiles::Rename(const std::string& folder, const std::string& from, const std::string& to) {

@@ -57,9 +57,10 @@ class Files {
   /// Reads a file whole into `bytes`, whose former content is dropped.
   virtual Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) = 0;
 
-  /// Whether a file could be read now: opens it as Read does, and closes it again. `path` may be anything
-  /// that a page names; an empty one is no file.
-  virtual Status Examine(const std::string& path, FileStamp& stamp) = 0;
+  /// Whether a file can be opened for reading; with `content` it is also read whole, as Read does. `path` may
+  /// be anything that a page names: an empty one is no file, and what is no regular file is not opened at
+  /// all.
+  virtual Status Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) = 0;
 
   /// Gives a file or symbolic link of `folder` another name there. Fails when that name is in use.
   virtual Status Rename(const std::string& folder, const std::string& from, const std::string& to) = 0;

@@ -9,18 +9,23 @@
 namespace tessaril {
 namespace {
 
+constexpr std::string_view kReplaceLabel = "Replace:";
+constexpr std::string_view kWithLabel = "... with (editable):";
+
 constexpr std::array<FunctionRow, 7> kFunctions = {{
     {Function::kLinks, "&Internal link errors", "links", "check local links and anchors; list unlinked files",
-     false, CheckPage},
+     false, "Error type:", "... in link (editable):", CheckPage},
     {Function::kEntities, "&&&xxxx; tag errors", "entities",
-     "find characters and entities that should be written &name;", false, CheckEntities},
+     "find characters and entities that should be written &name;", false, kReplaceLabel, kWithLabel,
+     CheckEntities},
     {Function::kExternal, "&External links list", "external",
-     "list the links to other servers as an HTML page", true, CheckPage},
-    {Function::kSearch, "Search for &text", "search", "find a text", false, SearchFile},
-    {Function::kReplace, "Search && &Replace text", "replace", "replace a text", false, SearchFile},
-    {Function::kShowFile, "Sho&w file - Start in Browser", "", "", true, nullptr},
+     "list the links to other servers as an HTML page", true, "", "", CheckPage},
+    {Function::kSearch, "Search for &text", "search", "find a text", false, "Found:", "", SearchFile},
+    {Function::kReplace, "Search && &Replace text", "replace", "replace a text", false, kReplaceLabel,
+     kWithLabel, SearchFile},
+    {Function::kShowFile, "Sho&w file - Start in Browser", "", "", true, "", "", nullptr},
     {Function::kColours, "Web Safe &Colour errors", "colours", "find colours that are not web-safe", false,
-     CheckPage},
+     "Not a web safe colour:", "Replace with:", CheckPage},
 }};
 
 }  // namespace

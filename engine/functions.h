@@ -32,7 +32,9 @@ struct FunctionRow {
   std::string_view command;  // name for `tsl`; empty when it does not offer the function
   std::string_view summary;  // one line for `tsl --help`
   bool HtmlOutput;           // the result is a page, not a text report
-  Worker worker;             // null while the function is not part of the program
+  std::string_view Label1;   // above what was found, where findings are put to the user
+  std::string_view Label2;   // above what can be edited; empty when there is nothing to edit
+  Worker worker;             // null for the function that only shows a file
 };
 
 /// In the order of their indices.

@@ -11,21 +11,30 @@ namespace tessaril {
 namespace {
 
 // Goes through the links of a page, one pass after the other, until there are no more or the run stops.
-Status ScanLinks(HtmlPage& page, RunContext& run) {
-  const bool list_external = RowOf(run.options.function).HtmlOutput;
-  LinkScanner scanner;
-  LinkCheck check(page, scanner, run);
+// `use` takes a link and gives false when the rest is not to be looked at.
+template <typename Use>
+void ScanLinks(HtmlPage& page, LinkScanner& scanner, RunContext& run, const Use& use) {
   Link link;
   while (run.HandleInput()) {
     const LinkScanner::Pass pass = scanner.Next(page.work_text(), link);
-    if (pass == LinkScanner::Pass::kEnd) break;
-    if (pass == LinkScanner::Pass::kSkipped) continue;
-    if (list_external) {
-      ListExternalLink(link, page, run.state);
-    } else if (!check.Verify(link)) {
-      return check.status();
-    }
+    if (pass == LinkScanner::Pass::kEnd) return;
+    if (pass == LinkScanner::Pass::kLink && !use(link)) return;
   }
+}
+
+Status CheckLinks(HtmlPage& page, RunContext& run) {
+  LinkScanner scanner;
+  LinkCheck check(page, scanner, run);
+  ScanLinks(page, scanner, run, [&check](const Link& link) { return check.Verify(link); });
+  return check.status();
+}
+
+Status ListExternalLinks(HtmlPage& page, RunContext& run) {
+  LinkScanner scanner;
+  ScanLinks(page, scanner, run, [&](const Link& link) {
+    ListExternalLink(link, page, run.state);
+    return true;
+  });
   return {};
 }
 
@@ -39,11 +48,7 @@ Status CheckHTML(std::string& page_path, RunContext& run) {
   run.state.UnlinkedList.AddChecked(page_path);
   if (!page.MakeWorkText()) return {};
   if (run.options.function == Function::kColours) return CheckColours(page, run);
-  if (run.options.function == Function::kLinks) {
-    run.targets.EnterFolder(FolderOf(page_path), run.options.dirList);
-    run.targets.NotePage(page_path, page.stamp(), page.text().Tail(0));
-  }
-  return ScanLinks(page, run);
+  return RowOf(run.options.function).HtmlOutput ? ListExternalLinks(page, run) : CheckLinks(page, run);
 }
 
 Status CheckPage(RunContext& run) {

@@ -32,6 +32,8 @@ class HtmlPage {
   /// Valid until the next call of Replace.
   std::string_view work_text() { return work_ ? *work_ : text_->Tail(0); }
 
+  bool text_is_work_text() const { return !work_; }
+
   /// Puts `text` in the place of a part of both texts and writes the page. When that fails, both texts stay
   /// changed, and nothing more should be done with the page.
   Status Replace(std::size_t begin, std::size_t end, std::string_view text);

@@ -5,6 +5,7 @@
 
 #include "engine/ascii.h"
 #include "engine/page_encoding.h"
+#include "engine/paths.h"
 #include "engine/report_pieces.h"
 
 namespace tessaril {
@@ -28,6 +29,13 @@ void AssignLower(std::string_view text, std::string& lower) {
 }
 
 }  // namespace
+
+LinkCheck::LinkCheck(HtmlPage& page, LinkScanner& scanner, RunContext& run)
+    : page_(page), scanner_(scanner), run_(run) {
+  run.targets.EnterFolder(FolderOf(page.path()), run.options.dirList);
+  std::shared_ptr<Anchors> anchors = run.targets.NotePage(page.path(), page.stamp(), page.text().Tail(0));
+  if (page.text_is_work_text()) anchors_ = std::move(anchors);
+}
 
 bool LinkCheck::Verify(const Link& link) {
   if (link.scheme.starts_with('#')) return VerifySamePage(link);
@@ -60,8 +68,11 @@ void LinkCheck::PrepareCgi() {
 
 bool LinkCheck::VerifySamePage(const Link& link) {
   if (link.value == "#") return true;
-  if (!anchors_) anchors_ = std::make_unique<Anchors>(page_.work_text());
   AssignLower(link.value.substr(1), name_);
+  if (!anchors_ || name_.size() > longest_name_) {
+    anchors_ = std::make_shared<Anchors>(page_.work_text());
+    longest_name_ = std::string::npos;
+  }
   return anchors_->Has(name_) || ReportLinkError(link, kNoAnchor);
 }
 
@@ -98,7 +109,8 @@ bool LinkCheck::VerifyTarget(const Link& link, LinkTarget& target, std::string_v
   const auto report_failure = [&](const Status& status) {
     return ReportLinkError(link, status.reason() + ": " + std::string(shown_path));
   };
-  if (const Status& status = run_.targets.Open(target); !status.ok()) return report_failure(status);
+  if (const Status& status = run_.targets.Open(target, !name_.empty()); !status.ok())
+    return report_failure(status);
   if (!name_.empty()) {
     bool found = false;
     if (Status status = run_.targets.FindAnchor(target, name_, found); !status.ok()) {

@@ -22,8 +22,7 @@ namespace tessaril {
 class LinkCheck {
  public:
   /// `scanner` is the one that finds the links; it is sent back when a correction changes the page.
-  LinkCheck(HtmlPage& page, LinkScanner& scanner, RunContext& run)
-      : page_(page), scanner_(scanner), run_(run) {}
+  LinkCheck(HtmlPage& page, LinkScanner& scanner, RunContext& run);
 
   /// Verifies one link; false when the check of the page is to end.
   bool Verify(const Link& link);
@@ -57,9 +56,10 @@ class LinkCheck {
   LinkScanner& scanner_;
   RunContext& run_;
   Status status_;
-  std::unique_ptr<Anchors> anchors_;  // of this page
-  std::string value_;                 // of the link in hand
-  std::string name_;                  // of the anchor that it names, in lower case
+  std::shared_ptr<Anchors> anchors_;  // of this page, as far as they are known
+  std::size_t longest_name_ = LinkTargets::kLongestName;
+  std::string value_;  // of the link in hand
+  std::string name_;   // of the anchor that it names, in lower case
   std::string excerpt_;
   std::optional<Cgi> cgi_;
 };

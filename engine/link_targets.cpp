@@ -14,8 +14,6 @@ namespace {
 constexpr std::size_t kMostTargets = 200000;
 constexpr std::size_t kMostAnchorMemory = std::size_t{64} << 20;  // bytes
 
-constexpr std::size_t kLongestName = 128;  // bytes of an anchor's name that are remembered of every file
-
 std::string OfferText(const std::string& stored_name) {
   return stored_name +
          ":\r\nFound UPPERcase characters in a linked file's filename! \r\n\r\n"
@@ -75,7 +73,8 @@ void LinkTargets::ForgetIfTooMuch() {
   anchor_memory_ = 0;
 }
 
-void LinkTargets::NotePage(const std::string& path, const FileStamp& stamp, std::string_view text) {
+std::shared_ptr<Anchors> LinkTargets::NotePage(const std::string& path, const FileStamp& stamp,
+                                               std::string_view text) {
   ForgetIfTooMuch();
   bool is_new = false;
   LinkTarget& target = Remember(path, is_new);
@@ -85,9 +84,13 @@ void LinkTargets::NotePage(const std::string& path, const FileStamp& stamp, std:
   }
   target.opening = Status();
   target.opened_at = changes_;
-  if (target.anchors && target.stamp == stamp) return;
+  if (!target.anchors || target.stamp != stamp) SetAnchors(target, text);
   target.stamp = stamp;
-  target.anchors = std::make_unique<Anchors>(text, kLongestName);
+  return target.anchors;
+}
+
+void LinkTargets::SetAnchors(LinkTarget& target, std::string_view text) {
+  target.anchors = std::make_shared<Anchors>(text, kLongestName);
   anchor_memory_ += target.anchors->memory();
 }
 
@@ -108,13 +111,17 @@ LinkTarget& LinkTargets::Find(std::string_view link, const std::string& page_pat
   return target;
 }
 
-const Status& LinkTargets::Open(LinkTarget& target) {
-  if (target.opening && target.opened_at == changes_) return *target.opening;
+const Status& LinkTargets::Open(LinkTarget& target, bool with_anchors) {
+  const bool known = target.opening && target.opened_at == changes_;
+  if (known && (!with_anchors || target.anchors || !target.opening->ok())) return *target.opening;
+  // When the run has changed something, a file whose anchors are known may well be the same still.
+  const bool read = with_anchors && !target.anchors;
   FileStamp stamp;
-  target.opening = files_.Examine(target.path, stamp);
+  target.opening = files_.Examine(target.path, stamp, read ? &bytes_ : nullptr);
   target.opened_at = changes_;
   if (!target.opening->ok() || stamp != target.stamp) target.anchors.reset();
   target.stamp = stamp;
+  if (target.opening->ok() && read) SetAnchors(target, bytes_.view());
   return *target.opening;
 }
 
@@ -177,29 +184,19 @@ Status LinkTargets::Rename(LinkTarget& target, std::string& old_path, std::strin
 }
 
 Status LinkTargets::FindAnchor(LinkTarget& target, std::string_view name, bool& found) {
-  if (name.size() <= kLongestName) {
-    if (!target.anchors) {
-      if (Status status = ReadAnchors(target, kLongestName, target.anchors); !status.ok()) return status;
-      anchor_memory_ += target.anchors->memory();
-    }
+  if (name.size() <= kLongestName && target.anchors) {
     found = target.anchors->Has(name);
     return {};
   }
   if (!long_anchors_ || long_anchors_path_ != target.path || long_anchors_at_ != changes_) {
     long_anchors_.reset();
-    if (Status status = ReadAnchors(target, std::string::npos, long_anchors_); !status.ok()) return status;
+    FileStamp stamp;
+    if (Status status = files_.Examine(target.path, stamp, &bytes_); !status.ok()) return status;
+    long_anchors_ = std::make_unique<Anchors>(bytes_.view());
     long_anchors_path_ = target.path;
     long_anchors_at_ = changes_;
   }
   found = long_anchors_->Has(name);
-  return {};
-}
-
-Status LinkTargets::ReadAnchors(const LinkTarget& target, std::size_t longest_name,
-                                std::unique_ptr<Anchors>& anchors) {
-  FileStamp stamp;
-  if (Status status = files_.Read(target.path, bytes_, stamp); !status.ok()) return status;
-  anchors = std::make_unique<Anchors>(bytes_.view(), longest_name);
   return {};
 }
 

@@ -27,7 +27,7 @@ struct LinkTarget {
   std::optional<Status> opening;  // how opening it went, as long as that is known
   FileStamp stamp;
   unsigned opened_at = 0;  // what LinkTargets had counted then
-  std::unique_ptr<Anchors> anchors;
+  std::shared_ptr<Anchors> anchors;
   std::string stored_name;  // the file's name when that has an upper-case letter, else empty
   std::optional<unsigned> looked_up_at;
   std::optional<Question> offer;
@@ -39,8 +39,12 @@ class LinkTargets {
  public:
   explicit LinkTargets(Files& files) : files_(files) {}
 
-  /// A page that was read just now: links to it need not look for it again.
-  void NotePage(const std::string& path, const FileStamp& stamp, std::string_view text);
+  /// A page that was read just now: links to it need not look for it again. Gives its anchors, with names of
+  /// up to kLongestName bytes.
+  std::shared_ptr<Anchors> NotePage(const std::string& path, const FileStamp& stamp, std::string_view text);
+
+  static constexpr std::size_t kLongestName =
+      128;  // bytes of an anchor's name that are remembered of each file
 
   /// Links are in pages of this folder from now on, which is the current one. Below `root`, the folder that
   /// is walked, no folder on the way there is a symbolic link.
@@ -50,8 +54,9 @@ class LinkTargets {
   /// ResolveLink, else the system does that against the current folder.
   LinkTarget& Find(std::string_view link, const std::string& page_path, bool resolve);
 
-  /// Whether the file can be opened for reading.
-  const Status& Open(LinkTarget& target);
+  /// Whether the file can be opened for reading. With `with_anchors` it is read, too, where its anchors are
+  /// not known yet, so that FindAnchor need not open it again; a failure of that counts as well.
+  const Status& Open(LinkTarget& target, bool with_anchors);
 
   /// The question whether the file shall get a lower-case name; null when its name has no upper-case letter
   /// or there is no such file. Letter case does not matter when it is looked for.
@@ -83,7 +88,7 @@ class LinkTargets {
   void ForgetIfTooMuch();
   const Spellings& SpellingsIn(const std::string& folder);
   void LookUpName(LinkTarget& target);
-  Status ReadAnchors(const LinkTarget& target, std::size_t longest_name, std::unique_ptr<Anchors>& anchors);
+  void SetAnchors(LinkTarget& target, std::string_view text);
 
   Files& files_;
   std::unordered_map<std::string, LinkTarget, Hash, std::equal_to<>> targets_;

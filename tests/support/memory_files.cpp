@@ -38,11 +38,14 @@ std::string MemoryFiles::Plain(const std::string& path) const {
   return path.empty() || path.ends_with(kSeparator) ? path : AbsolutePath("/", path);
 }
 
-Status MemoryFiles::Examine(const std::string& path, FileStamp& stamp) {
+Status MemoryFiles::Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) {
   const std::string plain = Plain(path);
   const auto found = contents.find(plain);
   stamp.modified = static_cast<std::int64_t>(versions_[plain]);
-  if (found != contents.end()) return unreadable.contains(plain) ? Status::System(EACCES) : Status();
+  if (found != contents.end()) {
+    if (unreadable.contains(plain)) return Status::System(EACCES);
+    return content != nullptr ? Read(path, *content, stamp) : Status();
+  }
   const auto below = contents.lower_bound(JoinPath(plain, ""));
   const bool folder =
       !path.empty() && below != contents.end() && below->first.starts_with(JoinPath(plain, ""));

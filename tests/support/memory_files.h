@@ -25,7 +25,7 @@ class MemoryFiles : public Files {
   Status EnterFolder(const std::string& folder) override;
   const std::string& CurrentFolder() const override { return current_; }
   Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) override;
-  Status Examine(const std::string& path, FileStamp& stamp) override;
+  Status Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) override;
   Status Rename(const std::string& folder, const std::string& from, const std::string& to) override;
   Status ReplaceContent(const std::string& path, FileStamp& stamp,
                         std::span<const std::string_view> pieces) override;
