@@ -70,6 +70,8 @@ const std::vector<Example>& Examples() {
       {"tsl replace --case --yes 2025 2026 site", "replace it in all pages"},
       {"tsl replace --ask color colour site", "ask for each place"},
       {"tsl entities --ask site", "ask for each character and entity that should be written &name;"},
+      {"tsl links --report links.txt site", "check all local links; 0 when all are in order"},
+      {"tsl external --report links.htm site", "make a page of all links to other servers"},
       {"tsl search --filter '*.css;*.js' -- -moz- site",
        "search other files, for a text that begins with \"-\""},
   };

@@ -1,6 +1,9 @@
 #include "engine/anchors.h"
 
 #include <algorithm>
+#include <array>
+#include <functional>
+#include <utility>
 
 #include "engine/ascii.h"
 #include "engine/find_chain.h"
@@ -11,6 +14,18 @@ namespace {
 // Bytes of a name that the order of the starts goes by. Beyond them, all that are equal so far are tried.
 constexpr std::size_t kMostSorted = 1024;
 
+// Texts that were met before, as far as they were not met too long ago.
+class Recent {
+ public:
+  bool Has(std::string_view text) {
+    std::string_view& last = last_[std::hash<std::string_view>()(text) % last_.size()];
+    return std::exchange(last, text) == text;
+  }
+
+ private:
+  std::array<std::string_view, 256> last_;
+};
+
 }  // namespace
 
 // A page may have a thousand links for each anchor. So NAME is looked for, and the rest of the chain near it.
@@ -20,33 +35,45 @@ Anchors::Anchors(std::string_view text, std::size_t longest_name) : longest_name
   constexpr std::size_t kMostBehind = kName.size() + Chain::kMostBetween + 1;  // bytes from NAME behind "="
   static const Chain anchor("<a", kName, "=");
   static const ByteSearch name(kName, LetterCase::kFolded);
+  Recent recent;
   std::size_t from = 0;
   for (std::size_t at = name.Find(text, from); at != ByteSearch::kNone; at = name.Find(text, from)) {
     from = std::max(from, at - std::min(at, kMostAhead));
     const std::optional<Chain::Place> place = FindChain(anchor, text.substr(0, at + kMostBehind), from);
-    if (place) Enter(text, place->last);
+    // An anchor that reads like one before it, as far as names are looked up, adds nothing.
+    if (place && !recent.Has(text.substr(place->last + 1, MostBehind(text, place->last + 1)))) {
+      Enter(text, place->last + 1);
+    }
     from = (place ? place->last : at) + 1;
   }
 }
 
-void Anchors::Sort() {
-  sorted_ = true;
-  const std::size_t most = std::min(longest_name_, kMostSorted);
-  std::sort(starts_.begin(), starts_.end(),
-            [this, most](std::size_t a, std::size_t b) { return NameAt(a, most) < NameAt(b, most); });
+// The bytes of `text` at `begin` that are needed to look names up.
+std::size_t Anchors::MostBehind(std::string_view text, std::size_t begin) const {
+  const std::size_t left = text.size() - begin;
+  return std::min(left, std::min(longest_name_, left) + Chain::kMostBetween);
 }
 
-void Anchors::Enter(std::string_view text, std::size_t equals_sign) {
-  const std::size_t begin = equals_sign + 1;
-  const std::size_t left = text.size() - begin;
-  const std::size_t end = begin + std::min(left, std::min(longest_name_, left) + Chain::kMostBetween);
+void Anchors::Enter(std::string_view text, std::size_t begin) {
+  const std::size_t end = begin + MostBehind(text, begin);
   entered_end_ = std::max(entered_end_, begin);
   if (end > entered_end_) {
     text_ += ToLower(text.substr(entered_end_, end - entered_end_));
     entered_end_ = end;
   }
-  const std::size_t first = text_.size() - (entered_end_ - begin);
-  for (std::size_t i = 0; i <= Chain::kMostBetween && i < left; ++i) starts_.push_back(first + i);
+  firsts_.push_back(text_.size() - (entered_end_ - begin));
+}
+
+void Anchors::Sort() {
+  sorted_ = true;
+  for (const std::size_t first : firsts_) {
+    for (std::size_t i = 0; i <= Chain::kMostBetween && first + i < text_.size(); ++i) {
+      starts_.push_back(first + i);
+    }
+  }
+  const std::size_t most = std::min(longest_name_, kMostSorted);
+  std::sort(starts_.begin(), starts_.end(),
+            [this, most](std::size_t a, std::size_t b) { return NameAt(a, most) < NameAt(b, most); });
 }
 
 bool Anchors::Has(std::string_view name) {

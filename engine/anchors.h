@@ -21,20 +21,24 @@ class Anchors {
   bool Has(std::string_view name);
 
   /// Bytes of memory.
-  std::size_t memory() const { return text_.capacity() + starts_.capacity() * sizeof(std::size_t); }
+  std::size_t memory() const {
+    return text_.capacity() + (firsts_.capacity() + starts_.capacity()) * sizeof(std::size_t);
+  }
 
  private:
-  void Enter(std::string_view text, std::size_t equals_sign);
+  std::size_t MostBehind(std::string_view text, std::size_t begin) const;
+  void Enter(std::string_view text, std::size_t begin);
   void Sort();
   std::string_view NameAt(std::size_t place, std::size_t most) const {
     return std::string_view(text_).substr(place, most);
   }
 
   std::size_t longest_name_;
-  std::string text_;             // in lower case; what lies far behind an anchor is left out
-  std::size_t entered_end_ = 0;  // where in the whole text ends what was taken of it
+  std::string text_;                 // in lower case; what lies far behind an anchor is left out
+  std::size_t entered_end_ = 0;      // where in the whole text ends what was taken of it
+  std::vector<std::size_t> firsts_;  // for each anchor the first place in `text_` where its name may begin,
+  std::vector<std::size_t> starts_;  // and for all of them every such place, by the names
   bool sorted_ = false;
-  std::vector<std::size_t> starts_;  // places in `text_` where a name may begin, by the names
 };
 
 }  // namespace tessaril

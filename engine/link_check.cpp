@@ -69,10 +69,12 @@ void LinkCheck::PrepareCgi() {
 bool LinkCheck::VerifySamePage(const Link& link) {
   if (link.value == "#") return true;
   AssignLower(link.value.substr(1), name_);
-  if (!anchors_ || name_.size() > longest_name_) {
-    anchors_ = std::make_shared<Anchors>(page_.work_text());
-    longest_name_ = std::string::npos;
-  }
+  const auto know_names_up_to = [this](std::size_t longest_name) {
+    anchors_ = std::make_shared<Anchors>(page_.work_text(), longest_name);
+    longest_name_ = longest_name;
+  };
+  if (!anchors_) know_names_up_to(LinkTargets::kLongestName);
+  if (name_.size() > longest_name_) know_names_up_to(std::string::npos);
   return anchors_->Has(name_) || ReportLinkError(link, kNoAnchor);
 }
 

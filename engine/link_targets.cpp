@@ -36,9 +36,8 @@ LinkTarget& LinkTargets::OfResolvedLink(std::string_view link, std::string_view 
 
 LinkTarget& LinkTargets::OfPlainLink(std::string_view link) {
   const bool absolute = link.starts_with(kSeparator);
-  const std::string& folder = files_.CurrentFolder();
   bool is_new = false;
-  if (!absolute && JoinByText(link, folder, root_, key_)) {
+  if (!absolute && JoinByText(link, folder_, root_, key_)) {
     LinkTarget& target = Remember(key_, is_new);
     if (is_new) target.path = target.registered = key_;
     return target;
@@ -47,14 +46,14 @@ LinkTarget& LinkTargets::OfPlainLink(std::string_view link) {
   if (!absolute) {
     // No path begins so: a link's own file may be registered otherwise than an equal absolute path.
     key_ += '\0';
-    key_ += folder;
+    key_ += folder_;
     key_ += '\0';
   }
   key_ += link;
   LinkTarget& target = Remember(key_, is_new);
   if (is_new) {
-    target.registered = RegisteredPath(link, folder);
-    target.path = absolute || link.empty() ? std::string(link) : JoinPath(folder, link);
+    target.registered = RegisteredPath(link, folder_);
+    target.path = absolute || link.empty() ? std::string(link) : JoinPath(folder_, link);
   }
   return target;
 }

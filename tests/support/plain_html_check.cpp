@@ -248,7 +248,7 @@ void PlainHtmlCheck::CheckColours(Page& page) {
   const auto HexErr = [](const std::string& t, std::size_t a) {
     const std::string safe = "00 33 66 99 CC FF";
     bool hf = false;
-    for (const std::size_t offset : {1, 3, 5}) {
+    for (const std::size_t offset : {1U, 3U, 5U}) {
       const std::string piece = Mid(Upper(t), a + offset, 2);
       hf = hf || piece.size() != 2 || piece.find(' ') != std::string::npos ||
            safe.find(piece) == std::string::npos;
