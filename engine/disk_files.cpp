@@ -8,8 +8,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <ctime>
+#include <limits>
 #include <memory>
 #include <new>
 
@@ -75,9 +77,13 @@ Status CheckKind(const struct stat& info) {
   return S_ISREG(info.st_mode) ? Status() : Status::Failure("Not a regular file");
 }
 
+// Any size will do for a page that the user gave. What a page links to may be anything.
+constexpr std::size_t kAnySize = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t kMostLinked = std::numeric_limits<std::int32_t>::max();  // bytes
+
 // Reads until the end, also where the file grows meanwhile. A read that brings less than was asked for, up
-// to the size that the file had, is the end.
-Status ReadAll(int file, std::size_t expected, ByteBuffer& bytes) {
+// to the size that the file had, is the end. Fails when there are more than `most` bytes.
+Status ReadAll(int file, std::size_t expected, std::size_t most, ByteBuffer& bytes) {
   constexpr std::size_t kSpare = 4096;  // more than none, so that the end is noticed by the first read
   bytes.Reserve(expected + kSpare);
   std::size_t total = 0;
@@ -88,6 +94,7 @@ Status ReadAll(int file, std::size_t expected, ByteBuffer& bytes) {
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return Status::System(errno);
     total += static_cast<std::size_t>(got);
+    if (total > most) return Status::System(EFBIG);
     bytes.SetSize(total);
     const bool at_end = got == 0 || (total == expected && static_cast<std::size_t>(got) < room);
     if (at_end) return {};
@@ -95,7 +102,8 @@ Status ReadAll(int file, std::size_t expected, ByteBuffer& bytes) {
 }
 
 // Opens a regular file and, with `content`, reads it.
-Status OpenAndRead(int folder, const std::string& path, FileStamp& stamp, ByteBuffer* content) {
+Status OpenAndRead(int folder, const std::string& path, std::size_t most, FileStamp& stamp,
+                   ByteBuffer* content) {
   // Not blocking, so that a pipe in a page's place is noticed instead of waited for.
   constexpr int kReading = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
   const FileHandle file(openat(folder, path.c_str(), kReading));
@@ -105,8 +113,10 @@ Status OpenAndRead(int folder, const std::string& path, FileStamp& stamp, ByteBu
   if (Status status = CheckKind(info); !status.ok()) return status;
   stamp = StampOf(info);
   if (content == nullptr) return {};
+  const auto size = static_cast<std::size_t>(info.st_size);
+  if (size > most) return Status::System(EFBIG);
   try {
-    return ReadAll(file.get(), static_cast<std::size_t>(info.st_size), *content);
+    return ReadAll(file.get(), size, most, *content);
   } catch (const std::bad_alloc&) {
     content->SetSize(0);
     return Status::System(ENOMEM);
@@ -183,7 +193,7 @@ Status DiskFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& st
   bytes.SetSize(0);
   Place place;
   if (Status status = PlaceOf(path, place); !status.ok()) return status;
-  return OpenAndRead(place.folder.descriptor, place.path, stamp, &bytes);
+  return OpenAndRead(place.folder.descriptor, place.path, kAnySize, stamp, &bytes);
 }
 
 Status DiskFiles::Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) {
@@ -194,7 +204,7 @@ Status DiskFiles::Examine(const std::string& path, FileStamp& stamp, ByteBuffer*
   struct stat info {};
   if (fstatat(place.folder.descriptor, place.path.c_str(), &info, 0) != 0) return Status::System(errno);
   if (Status status = CheckKind(info); !status.ok()) return status;
-  return OpenAndRead(place.folder.descriptor, place.path, stamp, content);
+  return OpenAndRead(place.folder.descriptor, place.path, kMostLinked, stamp, content);
 }
 
 Status DiskFiles::Rename(const std::string& folder, const std::string& from, const std::string& to) {

@@ -57,9 +57,9 @@ class Files {
   /// Reads a file whole into `bytes`, whose former content is dropped.
   virtual Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) = 0;
 
-  /// Whether a file can be opened for reading; with `content` it is also read whole, as Read does. `path` may
-  /// be anything that a page names: an empty one is no file, and what is no regular file is not opened at
-  /// all.
+  /// Whether a file can be opened for reading; with `content` it is also read whole, unless it has more than
+  /// 2^31 - 1 bytes ("File too large"). `path` may be anything that a page names: an empty one is no file,
+  /// and what is no regular file is not opened at all.
   virtual Status Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) = 0;
 
   /// Gives a file or symbolic link of `folder` another name there. Fails when that name is in use.

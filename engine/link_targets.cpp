@@ -10,9 +10,11 @@
 namespace tessaril {
 namespace {
 
-// How much is remembered at most; then all is forgotten and looked up anew.
+// How much is remembered at most; then all of it is forgotten and looked up anew. The largest files have room
+// beside one another, however large they are.
 constexpr std::size_t kMostTargets = 200000;
 constexpr std::size_t kMostAnchorMemory = std::size_t{64} << 20;  // bytes
+constexpr std::size_t kLargestBeside = 4;
 
 std::string OfferText(const std::string& stored_name) {
   return stored_name +
@@ -66,7 +68,7 @@ LinkTarget& LinkTargets::Remember(std::string_view key, bool& is_new) {
 
 void LinkTargets::ForgetIfTooMuch() {
   const std::size_t most = std::max(targets_.size(), same_texts_.size());
-  if (most < kMostTargets && anchor_memory_ < kMostAnchorMemory) return;
+  if (most < kMostTargets) return;
   same_texts_.clear();
   targets_.clear();
   anchor_memory_ = 0;
@@ -89,8 +91,16 @@ std::shared_ptr<Anchors> LinkTargets::NotePage(const std::string& path, const Fi
 }
 
 void LinkTargets::SetAnchors(LinkTarget& target, std::string_view text) {
-  target.anchors = std::make_shared<Anchors>(text, kLongestName);
-  anchor_memory_ += target.anchors->memory();
+  target.anchors.reset();
+  auto anchors = std::make_shared<Anchors>(text, kLongestName);
+  const std::size_t memory = anchors->memory();
+  largest_anchors_ = std::max(largest_anchors_, memory);
+  anchor_memory_ += memory;
+  if (anchor_memory_ > std::max(kMostAnchorMemory, kLargestBeside * largest_anchors_)) {
+    for (auto& [key, other] : targets_) other.anchors.reset();
+    anchor_memory_ = memory;
+  }
+  target.anchors = std::move(anchors);
 }
 
 void LinkTargets::EnterFolder(std::string_view folder, std::string_view root) {

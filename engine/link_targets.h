@@ -95,8 +95,9 @@ class LinkTargets {
   std::unordered_map<std::string, Spellings> folders_;
   unsigned changes_ = 0;  // by the run, of any file
   unsigned renames_ = 0;
-  std::size_t anchor_memory_ = 0;  // bytes
-  std::string key_;                // of the target last asked for
+  std::size_t anchor_memory_ = 0;    // bytes
+  std::size_t largest_anchors_ = 0;  // bytes
+  std::string key_;                  // of the target last asked for
   std::string folder_;
   std::string root_;
   // The targets of the links that were met in pages of this folder, by what stands in the page.
