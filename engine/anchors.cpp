@@ -28,24 +28,40 @@ class Recent {
 
 }  // namespace
 
-// A page may have a thousand links for each anchor. So NAME is looked for, and the rest of the chain near it.
-Anchors::Anchors(std::string_view text, std::size_t longest_name) : longest_name_(longest_name) {
+void Anchors::Take(std::string_view piece, bool last) {
+  if (last && pieces_.empty()) {
+    Collect(piece, true);
+    return;
+  }
+  pieces_ += piece;
+  Collect(pieces_, last);
+  pieces_.erase(0, last ? pieces_.size() : next_);
+  entered_end_ -= std::min(entered_end_, next_);
+  next_ = 0;
+}
+
+// Enters the anchors of `text`, unless more has to follow before they can be told. A page may have a thousand
+// links for each anchor: so NAME is looked for, and the rest of the chain near it.
+void Anchors::Collect(std::string_view text, bool last) {
   constexpr std::string_view kName = "name";
   constexpr std::size_t kMostAhead = 2 + Chain::kMostBetween;                  // bytes from "<A" to NAME
   constexpr std::size_t kMostBehind = kName.size() + Chain::kMostBetween + 1;  // bytes from NAME behind "="
   static const Chain anchor("<a", kName, "=");
   static const ByteSearch name(kName, LetterCase::kFolded);
   Recent recent;
-  std::size_t from = 0;
-  for (std::size_t at = name.Find(text, from); at != ByteSearch::kNone; at = name.Find(text, from)) {
-    from = std::max(from, at - std::min(at, kMostAhead));
-    const std::optional<Chain::Place> place = FindChain(anchor, text.substr(0, at + kMostBehind), from);
+  for (std::size_t at = name.Find(text, next_); at != ByteSearch::kNone; at = name.Find(text, next_)) {
+    next_ = std::max(next_, at - std::min(at, kMostAhead));
+    if (!last && text.size() - at < kMostBehind + longest_name_ + Chain::kMostBetween) return;
+    const std::optional<Chain::Place> place = FindChain(anchor, text.substr(0, at + kMostBehind), next_);
     // An anchor that reads like one before it, as far as names are looked up, adds nothing.
     if (place && !recent.Has(text.substr(place->last + 1, MostBehind(text, place->last + 1)))) {
       Enter(text, place->last + 1);
     }
-    from = (place ? place->last : at) + 1;
+    next_ = (place ? place->last : at) + 1;
   }
+  // What follows may begin with the rest of a NAME.
+  constexpr std::size_t kKept = kMostAhead + kName.size() - 1;
+  next_ = std::max(next_, text.size() - std::min(text.size(), kKept));
 }
 
 // The bytes of `text` at `begin` that are needed to look names up.
@@ -79,12 +95,13 @@ void Anchors::Sort() {
 bool Anchors::Has(std::string_view name) {
   if (!sorted_) Sort();
   const std::size_t most = std::min(name.size(), kMostSorted);
-  const std::string_view beginning = name.substr(0, most);
+  const std::string beginning = ToLower(name.substr(0, most));
+  const std::string_view rest = name.substr(most);
   const auto first = std::lower_bound(
-      starts_.begin(), starts_.end(), beginning,
+      starts_.begin(), starts_.end(), std::string_view(beginning),
       [this, most](std::size_t start, std::string_view n) { return NameAt(start, most) < n; });
   for (auto start = first; start != starts_.end() && NameAt(*start, most) == beginning; ++start) {
-    if (NameAt(*start, name.size()) == name) return true;
+    if (EqualsLower(rest, NameAt(*start + most, rest.size()))) return true;
   }
   return false;
 }

@@ -13,11 +13,19 @@ namespace tessaril {
 /// cases are taken as the same.
 class Anchors {
  public:
-  /// Remembers as much of `text` as names of up to `longest_name` bytes need, none longer than the text.
-  explicit Anchors(std::string_view text, std::size_t longest_name = std::string_view::npos);
+  /// Longer than nearly all names are, in bytes.
+  static constexpr std::size_t kUsualNames = 128;
 
-  /// Whether `name`, in lower case, stands behind the "=" of an anchor with at most four bytes between: an
-  /// anchor is named so, or its name begins so. `name` is no longer than the longest that is remembered.
+  /// For look-ups of names of up to `longest_name` bytes: no more than these need is kept of the text.
+  explicit Anchors(std::size_t longest_name) : longest_name_(longest_name) {}
+
+  std::size_t longest_name() const { return longest_name_; }
+
+  /// Takes the next piece of the text. `last` is said once, with the last one.
+  void Take(std::string_view piece, bool last);
+
+  /// Whether `name` stands behind the "=" of an anchor with at most four bytes between: an anchor is named
+  /// so, or its name begins so. `name` is no longer than the longest.
   bool Has(std::string_view name);
 
   /// Bytes of memory.
@@ -26,6 +34,7 @@ class Anchors {
   }
 
  private:
+  void Collect(std::string_view text, bool last);
   std::size_t MostBehind(std::string_view text, std::size_t begin) const;
   void Enter(std::string_view text, std::size_t begin);
   void Sort();
@@ -35,10 +44,14 @@ class Anchors {
 
   std::size_t longest_name_;
   std::string text_;                 // in lower case; what lies far behind an anchor is left out
-  std::size_t entered_end_ = 0;      // where in the whole text ends what was taken of it
   std::vector<std::size_t> firsts_;  // for each anchor the first place in `text_` where its name may begin,
   std::vector<std::size_t> starts_;  // and for all of them every such place, by the names
   bool sorted_ = false;
+  // While pieces are taken: those that are not done with, where in them the next anchor may begin, and up to
+  // where they were entered in `text_`.
+  std::string pieces_;
+  std::size_t next_ = 0;
+  std::size_t entered_end_ = 0;
 };
 
 }  // namespace tessaril

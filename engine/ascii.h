@@ -1,6 +1,8 @@
 #ifndef TESSARIL_ENGINE_ASCII_H_
 #define TESSARIL_ENGINE_ASCII_H_
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -23,6 +25,22 @@ inline std::string ToLower(std::string_view text) {
   std::string lower(text);
   for (char& c : lower) c = ToLower(c);
   return lower;
+}
+
+/// Whether `text` in lower case is `lower`. Looks at many bytes before it decides, so that long texts are
+/// compared fast.
+constexpr bool EqualsLower(std::string_view text, std::string_view lower) {
+  constexpr std::size_t kAtOnce = 256;
+  if (text.size() != lower.size()) return false;
+  for (std::size_t begin = 0; begin < text.size(); begin += kAtOnce) {
+    const std::size_t end = begin + std::min(kAtOnce, text.size() - begin);
+    unsigned char different = 0;
+    for (std::size_t i = begin; i < end; ++i) {
+      different = static_cast<unsigned char>(different | (ToLower(text[i]) ^ lower[i]));
+    }
+    if (different != 0) return false;
+  }
+  return true;
 }
 
 constexpr char ToUpper(char c) {

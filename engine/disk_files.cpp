@@ -23,6 +23,7 @@ namespace {
 
 // Opens a folder by a path of any length, piece by piece where the system would refuse the whole.
 Status OpenFolderAt(std::string_view path, int access, FileHandle& folder) {
+  if (path.find('\0') != std::string_view::npos) return Status::System(ENOENT);
   constexpr std::size_t kLongest = PATH_MAX - 1;
   int base = AT_FDCWD;
   FileHandle passed;
@@ -77,13 +78,9 @@ Status CheckKind(const struct stat& info) {
   return S_ISREG(info.st_mode) ? Status() : Status::Failure("Not a regular file");
 }
 
-// Any size will do for a page that the user gave. What a page links to may be anything.
-constexpr std::size_t kAnySize = std::numeric_limits<std::size_t>::max();
-constexpr std::size_t kMostLinked = std::numeric_limits<std::int32_t>::max();  // bytes
-
 // Reads until the end, also where the file grows meanwhile. A read that brings less than was asked for, up
-// to the size that the file had, is the end. Fails when there are more than `most` bytes.
-Status ReadAll(int file, std::size_t expected, std::size_t most, ByteBuffer& bytes) {
+// to the size that the file had, is the end.
+Status ReadAll(int file, std::size_t expected, ByteBuffer& bytes) {
   constexpr std::size_t kSpare = 4096;  // more than none, so that the end is noticed by the first read
   bytes.Reserve(expected + kSpare);
   std::size_t total = 0;
@@ -94,33 +91,44 @@ Status ReadAll(int file, std::size_t expected, std::size_t most, ByteBuffer& byt
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return Status::System(errno);
     total += static_cast<std::size_t>(got);
-    if (total > most) return Status::System(EFBIG);
     bytes.SetSize(total);
     const bool at_end = got == 0 || (total == expected && static_cast<std::size_t>(got) < room);
     if (at_end) return {};
   }
 }
 
-// Opens a regular file and, with `content`, reads it.
-Status OpenAndRead(int folder, const std::string& path, std::size_t most, FileStamp& stamp,
-                   ByteBuffer* content) {
+// Reads until the end and gives away each part that fills the memory.
+Status ReadParts(int file, std::size_t expected, ByteBuffer& memory, const Files::UsePiece& use) {
+  constexpr std::size_t kPart = std::size_t{1} << 22;                      // bytes
+  constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();  // bytes of the file
+  memory.Reserve(kPart);
+  std::size_t total = 0;
+  std::size_t filled = 0;
+  for (bool at_end = false; !at_end;) {
+    const std::size_t room = kPart - filled;
+    const ssize_t got = read(file, memory.data() + filled, room);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return Status::System(errno);
+    total += static_cast<std::size_t>(got);
+    filled += static_cast<std::size_t>(got);
+    if (total > kMost) return Status::System(EFBIG);
+    at_end = got == 0 || (total == expected && static_cast<std::size_t>(got) < room);
+    if (!at_end && filled < kPart) continue;
+    use({memory.data(), filled}, at_end);
+    filled = 0;
+  }
+  return {};
+}
+
+// Opens a regular file for reading.
+Status OpenRegular(int folder, const std::string& path, FileHandle& file, FileStamp& stamp) {
   // Not blocking, so that a pipe in a page's place is noticed instead of waited for.
-  constexpr int kReading = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-  const FileHandle file(openat(folder, path.c_str(), kReading));
+  file = FileHandle(openat(folder, path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   if (!file.is_open()) return Status::System(errno);
   struct stat info {};
   if (fstat(file.get(), &info) != 0) return Status::System(errno);
-  if (Status status = CheckKind(info); !status.ok()) return status;
   stamp = StampOf(info);
-  if (content == nullptr) return {};
-  const auto size = static_cast<std::size_t>(info.st_size);
-  if (size > most) return Status::System(EFBIG);
-  try {
-    return ReadAll(file.get(), size, most, *content);
-  } catch (const std::bad_alloc&) {
-    content->SetSize(0);
-    return Status::System(ENOMEM);
-  }
+  return CheckKind(info);
 }
 
 }  // namespace
@@ -193,18 +201,41 @@ Status DiskFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& st
   bytes.SetSize(0);
   Place place;
   if (Status status = PlaceOf(path, place); !status.ok()) return status;
-  return OpenAndRead(place.folder.descriptor, place.path, kAnySize, stamp, &bytes);
+  FileHandle file;
+  if (Status status = OpenRegular(place.folder.descriptor, place.path, file, stamp); !status.ok())
+    return status;
+  try {
+    return ReadAll(file.get(), stamp.size, bytes);
+  } catch (const std::bad_alloc&) {
+    bytes.SetSize(0);
+    return Status::System(ENOMEM);
+  }
 }
 
-Status DiskFiles::Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) {
-  if (content != nullptr) content->SetSize(0);
+Status DiskFiles::OpenLinked(const std::string& path, FileHandle& file, FileStamp& stamp) {
   Place place;
   if (Status status = PlaceOf(path, place); !status.ok()) return status;
   // A page may name a device, which does something when it is opened: the kind comes first.
   struct stat info {};
   if (fstatat(place.folder.descriptor, place.path.c_str(), &info, 0) != 0) return Status::System(errno);
   if (Status status = CheckKind(info); !status.ok()) return status;
-  return OpenAndRead(place.folder.descriptor, place.path, kMostLinked, stamp, content);
+  return OpenRegular(place.folder.descriptor, place.path, file, stamp);
+}
+
+Status DiskFiles::Examine(const std::string& path, FileStamp& stamp) {
+  FileHandle file;
+  return OpenLinked(path, file, stamp);
+}
+
+Status DiskFiles::ReadPieces(const std::string& path, FileStamp& stamp, ByteBuffer& memory,
+                             const UsePiece& use) {
+  FileHandle file;
+  if (Status status = OpenLinked(path, file, stamp); !status.ok()) return status;
+  try {
+    return ReadParts(file.get(), stamp.size, memory, use);
+  } catch (const std::bad_alloc&) {
+    return Status::System(ENOMEM);
+  }
 }
 
 Status DiskFiles::Rename(const std::string& folder, const std::string& from, const std::string& to) {

@@ -24,7 +24,9 @@ class DiskFiles : public Files {
   Status EnterFolder(const std::string& folder) override;
   const std::string& CurrentFolder() const override { return current_folder_; }
   Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) override;
-  Status Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) override;
+  Status Examine(const std::string& path, FileStamp& stamp) override;
+  Status ReadPieces(const std::string& path, FileStamp& stamp, ByteBuffer& memory,
+                    const UsePiece& use) override;
   Status Rename(const std::string& folder, const std::string& from, const std::string& to) override;
   Status ReplaceContent(const std::string& path, FileStamp& stamp,
                         std::span<const std::string_view> pieces) override;
@@ -46,6 +48,7 @@ class DiskFiles : public Files {
     std::string path;
   };
   Status PlaceOf(const std::string& path, Place& place);
+  Status OpenLinked(const std::string& path, FileHandle& file, FileStamp& stamp);
   void NoteFlush(const OpenFolder& folder, Status flushed);
 
   std::string current_folder_;

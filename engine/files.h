@@ -2,6 +2,7 @@
 #define TESSARIL_ENGINE_FILES_H_
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -57,10 +58,16 @@ class Files {
   /// Reads a file whole into `bytes`, whose former content is dropped.
   virtual Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) = 0;
 
-  /// Whether a file can be opened for reading; with `content` it is also read whole, unless it has more than
-  /// 2^31 - 1 bytes ("File too large"). `path` may be anything that a page names: an empty one is no file,
-  /// and what is no regular file is not opened at all.
-  virtual Status Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) = 0;
+  /// Whether a file can be opened for reading. `path` may be anything that a page names: an empty one is no
+  /// file, and what is no regular file is not opened at all.
+  virtual Status Examine(const std::string& path, FileStamp& stamp) = 0;
+
+  /// Opens a file as Examine does and gives its content to `use` piece by piece; the last one, which may be
+  /// empty, is the end. `memory` is used for that. Fails, too, when the file has more than 2^31 - 1 bytes
+  /// ("File too large"); `use` may have got a part then.
+  using UsePiece = std::function<void(std::string_view piece, bool last)>;
+  virtual Status ReadPieces(const std::string& path, FileStamp& stamp, ByteBuffer& memory,
+                            const UsePiece& use) = 0;
 
   /// Gives a file or symbolic link of `folder` another name there. Fails when that name is in use.
   virtual Status Rename(const std::string& folder, const std::string& from, const std::string& to) = 0;

@@ -10,9 +10,7 @@ namespace {
 std::size_t FindBehind(std::string_view token, std::string_view text, std::size_t start, std::size_t size) {
   const std::size_t farthest = start + size + Chain::kMostBetween;
   for (std::size_t place = start + 1; place <= farthest && place + token.size() <= text.size(); ++place) {
-    std::size_t same = 0;
-    while (same < token.size() && ToLower(text[place + same]) == token[same]) ++same;
-    if (same == token.size()) return place;
+    if (EqualsLower(text.substr(place, token.size()), token)) return place;
   }
   return ByteSearch::kNone;
 }

@@ -1,7 +1,9 @@
 #include "engine/link_check.h"
 
 #include <algorithm>
+#include <bit>
 #include <optional>
+#include <utility>
 
 #include "engine/ascii.h"
 #include "engine/page_encoding.h"
@@ -23,11 +25,6 @@ bool HasUpperCase(std::string_view text) {
   return std::any_of(text.begin(), text.end(), [](char c) { return ToLower(c) != c; });
 }
 
-void AssignLower(std::string_view text, std::string& lower) {
-  lower.resize(text.size());
-  std::transform(text.begin(), text.end(), lower.begin(), [](char c) { return ToLower(c); });
-}
-
 }  // namespace
 
 LinkCheck::LinkCheck(HtmlPage& page, LinkScanner& scanner, RunContext& run)
@@ -39,8 +36,8 @@ LinkCheck::LinkCheck(HtmlPage& page, LinkScanner& scanner, RunContext& run)
 
 bool LinkCheck::Verify(const Link& link) {
   if (link.scheme.starts_with('#')) return VerifySamePage(link);
-  if (link.HasScheme("FILE:")) return ReportLinkError(link, kInternalFile);
-  return link.HasScheme("MAILTO:") || link.IsExternal() || IsForCgi(link) || VerifyFile(link);
+  if (link.HasScheme("file:")) return ReportLinkError(link, kInternalFile);
+  return link.HasScheme("mailto:") || link.IsExternal() || IsForCgi(link) || VerifyFile(link);
 }
 
 bool LinkCheck::IsForCgi(const Link& link) {
@@ -68,27 +65,25 @@ void LinkCheck::PrepareCgi() {
 
 bool LinkCheck::VerifySamePage(const Link& link) {
   if (link.value == "#") return true;
-  AssignLower(link.value.substr(1), name_);
-  const auto know_names_up_to = [this](std::size_t longest_name) {
-    anchors_ = std::make_shared<Anchors>(page_.work_text(), longest_name);
-    longest_name_ = longest_name;
-  };
-  if (!anchors_) know_names_up_to(LinkTargets::kLongestName);
-  if (name_.size() > longest_name_) know_names_up_to(std::string::npos);
-  return anchors_->Has(name_) || ReportLinkError(link, kNoAnchor);
+  const std::string_view name = link.value.substr(1);
+  if (!anchors_ || anchors_->longest_name() < name.size()) {
+    anchors_ = std::make_shared<Anchors>(std::max(Anchors::kUsualNames, std::bit_ceil(name.size())));
+    anchors_->Take(page_.work_text(), true);
+  }
+  return anchors_->Has(name) || ReportLinkError(link, kNoAnchor);
 }
 
 bool LinkCheck::VerifyFile(const Link& link) {
   const bool permit_upper_case = run_.options.UCfilename;
-  value_ = link.value;  // the page may change under the link
-  const std::string_view value = value_;
+  std::string_view value = link.value;
+  if (run_.options.ShowEach) value = value_ = link.value;  // the page may change under the link
   const std::size_t hash = std::min(value.find('#'), value.size());
   const std::string_view local_path = value.substr(0, hash);
-  AssignLower(value.substr(std::min(hash + 1, value.size())), name_);
+  const std::string_view anchor = value.substr(std::min(hash + 1, value.size()));
   if (!permit_upper_case && HasUpperCase(local_path) && !ReportLinkError(link, kUpperCase)) return false;
   LinkTarget& target = run_.targets.Find(local_path, page_.path(), !permit_upper_case);
-  if (permit_upper_case) return VerifyTarget(link, target, local_path);
-  return OfferRename(target) && VerifyTarget(link, target, target.path);
+  if (permit_upper_case) return VerifyTarget(link, target, local_path, anchor);
+  return OfferRename(target) && VerifyTarget(link, target, target.path, anchor);
 }
 
 bool LinkCheck::OfferRename(LinkTarget& target) {
@@ -107,19 +102,13 @@ bool LinkCheck::OfferRename(LinkTarget& target) {
   return true;
 }
 
-bool LinkCheck::VerifyTarget(const Link& link, LinkTarget& target, std::string_view shown_path) {
-  const auto report_failure = [&](const Status& status) {
-    return ReportLinkError(link, status.reason() + ": " + std::string(shown_path));
-  };
-  if (const Status& status = run_.targets.Open(target, !name_.empty()); !status.ok())
-    return report_failure(status);
-  if (!name_.empty()) {
-    bool found = false;
-    if (Status status = run_.targets.FindAnchor(target, name_, found); !status.ok()) {
-      return report_failure(status);
-    }
-    if (!found && !ReportLinkError(link, kNoAnchor)) return false;
-  }
+bool LinkCheck::VerifyTarget(const Link& link, LinkTarget& target, std::string_view shown_path,
+                             std::string_view anchor) {
+  bool found = true;
+  const Status status =
+      anchor.empty() ? run_.targets.Open(target) : run_.targets.FindAnchor(target, anchor, found);
+  if (!status.ok()) return ReportLinkError(link, status.reason() + ": " + std::string(shown_path));
+  if (!found && !ReportLinkError(link, kNoAnchor)) return false;
   if (!std::exchange(target.is_registered, true)) run_.state.UnlinkedList.MarkLinked(target.registered);
   return true;
 }

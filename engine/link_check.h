@@ -47,7 +47,8 @@ class LinkCheck {
   bool VerifySamePage(const Link& link);
   bool VerifyFile(const Link& link);
   bool OfferRename(LinkTarget& target);
-  bool VerifyTarget(const Link& link, LinkTarget& target, std::string_view shown_path);
+  bool VerifyTarget(const Link& link, LinkTarget& target, std::string_view shown_path,
+                    std::string_view anchor);
   bool ReportLinkError(const Link& link, std::string_view error);
   bool PutToUser(const Link& link, std::string_view error, std::size_t begin, std::size_t end);
   bool Correct(std::size_t begin, std::size_t end, const std::string& text);
@@ -57,9 +58,7 @@ class LinkCheck {
   RunContext& run_;
   Status status_;
   std::shared_ptr<Anchors> anchors_;  // of this page, as far as they are known
-  std::size_t longest_name_ = LinkTargets::kLongestName;
-  std::string value_;  // of the link in hand
-  std::string name_;   // of the anchor that it names, in lower case
+  std::string value_;                 // of the link in hand
   std::string excerpt_;
   std::optional<Cgi> cgi_;
 };

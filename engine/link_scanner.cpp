@@ -72,15 +72,10 @@ std::size_t FindFirstOf(std::size_t start, std::string_view text, Accepts accept
 
 }  // namespace
 
-bool Link::HasScheme(std::string_view name) const {
-  return scheme.size() == name.size() && std::equal(scheme.begin(), scheme.end(), name.begin(),
-                                                    [](char a, char b) { return ToLower(a) == ToLower(b); });
-}
-
 bool Link::IsExternal() const {
   if (scheme.empty() || scheme.back() != ':') return false;
   constexpr std::string_view kExternal[] = {
-      "HTTP:", "FTP:", "GOPHER:", "HTTPS:", "SHTTP:", "TELNET:", "WAIS:", "NNTP:"};
+      "http:", "ftp:", "gopher:", "https:", "shttp:", "telnet:", "wais:", "nntp:"};
   return std::any_of(std::begin(kExternal), std::end(kExternal),
                      [this](std::string_view name) { return HasScheme(name); });
 }
@@ -148,10 +143,7 @@ std::size_t LinkScanner::KeywordBefore(std::size_t separator, std::string_view t
       const Keyword& keyword = kKeywords[static_cast<std::size_t>(std::countr_zero(bits))];
       if (keyword.separator != text[separator] || end - position_ < keyword.word.size()) continue;
       const std::size_t begin = end - keyword.word.size();
-      const auto is_same = [](char a, char b) { return a == ToLower(b); };
-      const char* const place = text.data() + begin;
-      if (std::equal(keyword.word.begin(), keyword.word.end(), place, is_same))
-        first = std::min(first, begin);
+      if (EqualsLower(text.substr(begin, keyword.word.size()), keyword.word)) first = std::min(first, begin);
     }
   }
   return first;

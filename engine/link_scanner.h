@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "engine/ascii.h"
+
 namespace tessaril {
 
 /// A link as it stands in a page. Positions are bytes from 0.
@@ -13,8 +15,8 @@ struct Link {
   std::size_t end = 0;      // of the value before it was cut
   std::string_view scheme;  // up to seven bytes of the page from `start`, cut behind the first ":"
 
-  /// Whether the scheme is `name`; letter case does not matter.
-  bool HasScheme(std::string_view name) const;
+  /// Whether the scheme is `name`, which is in lower case; its own letter case does not matter.
+  bool HasScheme(std::string_view name) const { return EqualsLower(scheme, name); }
 
   /// Whether the scheme leads to another server.
   bool IsExternal() const;

@@ -1,6 +1,8 @@
 #include "engine/link_targets.h"
 
 #include <algorithm>
+#include <bit>
+#include <climits>
 #include <utility>
 
 #include "engine/ascii.h"
@@ -10,11 +12,14 @@
 namespace tessaril {
 namespace {
 
-// How much is remembered at most; then all of it is forgotten and looked up anew. The largest files have room
-// beside one another, however large they are.
-constexpr std::size_t kMostTargets = 200000;
-constexpr std::size_t kMostAnchorMemory = std::size_t{64} << 20;  // bytes
+// Bytes that are remembered at most; then all of it is forgotten and looked up anew. The largest files'
+// anchors have room beside one another, however large they are.
+constexpr std::size_t kMostMemory = std::size_t{96} << 20;
+constexpr std::size_t kMostAnchorMemory = std::size_t{64} << 20;
 constexpr std::size_t kLargestBeside = 4;
+
+// Links that are longer than the system's paths lead nowhere; they are not remembered at all.
+constexpr std::size_t kLongestLink = PATH_MAX;  // bytes
 
 std::string OfferText(const std::string& stored_name) {
   return stored_name +
@@ -63,14 +68,17 @@ LinkTarget& LinkTargets::OfPlainLink(std::string_view link) {
 LinkTarget& LinkTargets::Remember(std::string_view key, bool& is_new) {
   const auto known = targets_.find(key);
   is_new = known == targets_.end();
-  return is_new ? targets_[std::string(key)] : known->second;
+  if (!is_new) return known->second;
+  constexpr std::size_t kPaths = 3;  // the key and two more like it
+  memory_ += sizeof(LinkTarget) + kPaths * key.size();
+  return targets_[std::string(key)];
 }
 
 void LinkTargets::ForgetIfTooMuch() {
-  const std::size_t most = std::max(targets_.size(), same_texts_.size());
-  if (most < kMostTargets) return;
+  if (memory_ < kMostMemory) return;
   same_texts_.clear();
   targets_.clear();
+  memory_ = 0;
   anchor_memory_ = 0;
 }
 
@@ -83,16 +91,18 @@ std::shared_ptr<Anchors> LinkTargets::NotePage(const std::string& path, const Fi
     target.registered = RegisteredPath(path, {});
     target.path = path;
   }
+  target.known_at = changes_;
   target.opening = Status();
-  target.opened_at = changes_;
-  if (!target.anchors || target.stamp != stamp) SetAnchors(target, text);
+  if (!target.anchors || target.stamp != stamp) {
+    auto anchors = std::make_shared<Anchors>(Anchors::kUsualNames);
+    anchors->Take(text, true);
+    SetAnchors(target, std::move(anchors));
+  }
   target.stamp = stamp;
   return target.anchors;
 }
 
-void LinkTargets::SetAnchors(LinkTarget& target, std::string_view text) {
-  target.anchors.reset();
-  auto anchors = std::make_shared<Anchors>(text, kLongestName);
+void LinkTargets::SetAnchors(LinkTarget& target, std::shared_ptr<Anchors> anchors) {
   const std::size_t memory = anchors->memory();
   largest_anchors_ = std::max(largest_anchors_, memory);
   anchor_memory_ += memory;
@@ -111,26 +121,42 @@ void LinkTargets::EnterFolder(std::string_view folder, std::string_view root) {
 }
 
 LinkTarget& LinkTargets::Find(std::string_view link, const std::string& page_path, bool resolve) {
+  if (link.size() > kLongestLink) {
+    const bool absolute = link.starts_with(kSeparator);
+    too_long_ = {};
+    too_long_.path = resolve    ? ResolveLink(link, page_path)
+                     : absolute ? std::string(link)
+                                : JoinPath(folder_, link);
+    too_long_.registered = RegisteredPath(resolve ? too_long_.path : link, folder_);
+    return too_long_;
+  }
   ForgetIfTooMuch();
   if (std::exchange(same_resolve_, resolve) != resolve) same_texts_.clear();
   const auto known = same_texts_.find(link);
   if (known != same_texts_.end()) return *known->second;
   LinkTarget& target = resolve ? OfResolvedLink(link, page_path) : OfPlainLink(link);
+  constexpr std::size_t kEntry = 100;  // bytes, about
+  memory_ += kEntry + link.size();
   same_texts_.emplace(link, &target);
   return target;
 }
 
-const Status& LinkTargets::Open(LinkTarget& target, bool with_anchors) {
-  const bool known = target.opening && target.opened_at == changes_;
-  if (known && (!with_anchors || target.anchors || !target.opening->ok())) return *target.opening;
-  // When the run has changed something, a file whose anchors are known may well be the same still.
-  const bool read = with_anchors && !target.anchors;
-  FileStamp stamp;
-  target.opening = files_.Examine(target.path, stamp, read ? &bytes_ : nullptr);
-  target.opened_at = changes_;
-  if (!target.opening->ok() || stamp != target.stamp) target.anchors.reset();
-  target.stamp = stamp;
-  if (target.opening->ok() && read) SetAnchors(target, bytes_.view());
+// What is known of opening and reading the file is forgotten when the run has changed something since.
+void LinkTargets::KeepUpToDate(LinkTarget& target) const {
+  if (target.known_at == changes_) return;
+  target.known_at = changes_;
+  target.opening.reset();
+  target.reading.reset();
+}
+
+const Status& LinkTargets::Open(LinkTarget& target) {
+  KeepUpToDate(target);
+  if (!target.opening) {
+    FileStamp stamp;
+    target.opening = files_.Examine(target.path, stamp);
+    if (!target.opening->ok() || stamp != target.stamp) target.anchors.reset();
+    target.stamp = stamp;
+  }
   return *target.opening;
 }
 
@@ -193,20 +219,25 @@ Status LinkTargets::Rename(LinkTarget& target, std::string& old_path, std::strin
 }
 
 Status LinkTargets::FindAnchor(LinkTarget& target, std::string_view name, bool& found) {
-  if (name.size() <= kLongestName && target.anchors) {
-    found = target.anchors->Has(name);
-    return {};
+  KeepUpToDate(target);
+  if (target.anchors) (void)Open(target);  // drops them when the file is another one now
+  if (!target.anchors || target.anchors->longest_name() < name.size()) {
+    if (!target.reading || target.reading->ok()) {
+      target.reading = ReadAnchors(target, std::max(Anchors::kUsualNames, std::bit_ceil(name.size())));
+    }
+    if (!target.reading->ok()) return *target.reading;
+    target.opening = Status();
   }
-  if (!long_anchors_ || long_anchors_path_ != target.path || long_anchors_at_ != changes_) {
-    long_anchors_.reset();
-    FileStamp stamp;
-    if (Status status = files_.Examine(target.path, stamp, &bytes_); !status.ok()) return status;
-    long_anchors_ = std::make_unique<Anchors>(bytes_.view());
-    long_anchors_path_ = target.path;
-    long_anchors_at_ = changes_;
-  }
-  found = long_anchors_->Has(name);
+  found = target.anchors->Has(name);
   return {};
+}
+
+Status LinkTargets::ReadAnchors(LinkTarget& target, std::size_t longest_name) {
+  auto anchors = std::make_shared<Anchors>(longest_name);
+  const auto take = [&anchors](std::string_view piece, bool last) { anchors->Take(piece, last); };
+  Status status = files_.ReadPieces(target.path, target.stamp, bytes_, take);
+  if (status.ok()) SetAnchors(target, std::move(anchors));
+  return status;
 }
 
 }  // namespace tessaril

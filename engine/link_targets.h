@@ -24,9 +24,10 @@ struct LinkTarget {
   bool is_registered = false;
 
   // The rest is for LinkTargets.
-  std::optional<Status> opening;  // how opening it went, as long as that is known
+  unsigned known_at = 0;          // what LinkTargets had counted when the next three were found out
+  std::optional<Status> opening;  // how opening the file went,
+  std::optional<Status> reading;  // and how reading it for its anchors did
   FileStamp stamp;
-  unsigned opened_at = 0;  // what LinkTargets had counted then
   std::shared_ptr<Anchors> anchors;
   std::string stored_name;  // the file's name when that has an upper-case letter, else empty
   std::optional<unsigned> looked_up_at;
@@ -54,9 +55,8 @@ class LinkTargets {
   /// ResolveLink, else the system does that against the current folder.
   LinkTarget& Find(std::string_view link, const std::string& page_path, bool resolve);
 
-  /// Whether the file can be opened for reading. With `with_anchors` it is read, too, where its anchors are
-  /// not known yet, so that FindAnchor need not open it again; a failure of that counts as well.
-  const Status& Open(LinkTarget& target, bool with_anchors);
+  /// Whether the file can be opened for reading.
+  const Status& Open(LinkTarget& target);
 
   /// The question whether the file shall get a lower-case name; null when its name has no upper-case letter
   /// or there is no such file. Letter case does not matter when it is looked for.
@@ -65,8 +65,7 @@ class LinkTargets {
   /// What the question asks for. `old_path` and `new_path` become the names with their folder, tidied.
   Status Rename(LinkTarget& target, std::string& old_path, std::string& new_path);
 
-  /// Whether the file, which can be opened, has an anchor of that name, which is in lower case. Fails when it
-  /// cannot be read.
+  /// Whether the file has an anchor of that name. Fails when it cannot be opened or read.
   Status FindAnchor(LinkTarget& target, std::string_view name, bool& found);
 
   /// The run has written a file: what is remembered of files is to be looked at anew.
@@ -88,26 +87,26 @@ class LinkTargets {
   void ForgetIfTooMuch();
   const Spellings& SpellingsIn(const std::string& folder);
   void LookUpName(LinkTarget& target);
-  void SetAnchors(LinkTarget& target, std::string_view text);
+  void KeepUpToDate(LinkTarget& target) const;
+  Status ReadAnchors(LinkTarget& target, std::size_t longest_name);
+  void SetAnchors(LinkTarget& target, std::shared_ptr<Anchors> anchors);
 
   Files& files_;
   std::unordered_map<std::string, LinkTarget, Hash, std::equal_to<>> targets_;
   std::unordered_map<std::string, Spellings> folders_;
   unsigned changes_ = 0;  // by the run, of any file
   unsigned renames_ = 0;
+  std::size_t memory_ = 0;           // bytes of what is remembered, without anchors
   std::size_t anchor_memory_ = 0;    // bytes
   std::size_t largest_anchors_ = 0;  // bytes
   std::string key_;                  // of the target last asked for
+  LinkTarget too_long_;              // the target last asked for whose link is not worth remembering
   std::string folder_;
   std::string root_;
   // The targets of the links that were met in pages of this folder, by what stands in the page.
   bool same_resolve_ = false;
   std::unordered_map<std::string, LinkTarget*, Hash, std::equal_to<>> same_texts_;
   ByteBuffer bytes_;  // memory for the file in which anchors are looked for
-  // All anchors of one file, for names longer than are remembered of each.
-  std::unique_ptr<Anchors> long_anchors_;
-  std::string long_anchors_path_;
-  unsigned long_anchors_at_ = 0;
 };
 
 }  // namespace tessaril

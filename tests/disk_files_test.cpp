@@ -178,12 +178,12 @@ TEST_F(DiskFilesTest, ExaminesRegularFilesOnly) {
   for (const bool entered : {false, true}) {
     if (entered && !files.EnterFolder(scratch / "site").ok()) FAIL();
     for (const Row& row : rows) {
-      EXPECT_EQ(files.Examine(scratch / row.name, stamp, nullptr).reason(), row.reason) << row.name;
+      EXPECT_EQ(files.Examine(scratch / row.name, stamp).reason(), row.reason) << row.name;
       EXPECT_EQ(Read(row.name).reason(), row.reason) << row.name;
     }
   }
-  EXPECT_EQ(files.Examine("", stamp, nullptr).reason(), missing);
-  EXPECT_EQ(files.Examine("/dev/null", stamp, &bytes).reason(), "Not a regular file");
+  EXPECT_EQ(files.Examine("", stamp).reason(), missing);
+  EXPECT_EQ(files.Examine("/dev/null", stamp).reason(), "Not a regular file");
 }
 
 TEST_F(DiskFilesTest, RenamesWithoutOverwriting) {

@@ -90,19 +90,36 @@ TEST(FindChain, GoesOnBehindTheLastTokenFound) {
   }
 }
 
+bool HasAnchor(const std::string& text, const std::string& name, std::size_t longest = 8192) {
+  Anchors whole(longest);
+  whole.Take(text, true);
+  Anchors bytewise(longest);
+  for (const char& c : text) bytewise.Take({&c, 1}, false);
+  bytewise.Take("", true);
+  EXPECT_EQ(whole.Has(name), bytewise.Has(name)) << name;
+  return whole.Has(name);
+}
+
 TEST(Anchors, AreTagsWithNameInFront) {
   const std::string long_name(3000, 'x');
-  Anchors anchors(
+  const std::string text =
       "<A NAME=\"Topics\"> <a name = 'b c'> <a href=x name=no> <a id=no2> <area name=\"123five\"" +
-      std::string("<a name=") + long_name + "y>");
-  for (const char* name : {"top", "topics", "topics\"> <a name", "b c", "opics", "ics", "five"})
-    EXPECT_TRUE(anchors.Has(name)) << name;
-  for (const char* name : {"no", "no2", "cs", "topicsx", "d", "ive"}) EXPECT_FALSE(anchors.Has(name)) << name;
-  EXPECT_TRUE(anchors.Has(long_name + "y>"));
-  EXPECT_FALSE(anchors.Has(long_name + "z"));
+      std::string("<a name=") + long_name + "y>";
+  for (const char* name : {"top", "Topics", "topics\"> <a name", "b c", "opics", "ics", "five"})
+    EXPECT_TRUE(HasAnchor(text, name)) << name;
+  for (const char* name : {"no", "no2", "cs", "topicsx", "d", "ive"})
+    EXPECT_FALSE(HasAnchor(text, name)) << name;
+  EXPECT_TRUE(HasAnchor(text, long_name + "Y>"));
+  EXPECT_FALSE(HasAnchor(text, long_name + "z"));
+  EXPECT_FALSE(HasAnchor(text, long_name + "y>."));
   // The tag in the middle begins in front of the "=" behind which no name was found.
-  EXPECT_FALSE(Anchors("<aname<a=name=top").Has("top"));
-  EXPECT_TRUE(Anchors("<aname=<aname=top").Has("top"));
+  EXPECT_FALSE(HasAnchor("<aname<a=name=top", "top"));
+  EXPECT_TRUE(HasAnchor("<aname=<aname=top", "top"));
+  for (const std::size_t longest : {4U, 5U}) {  // as long as is remembered, with four bytes between
+    EXPECT_TRUE(HasAnchor("<a name=1234abcdef", "abcd", longest));
+    EXPECT_FALSE(HasAnchor("<a name=12345abcdef", "abcd", longest));
+    EXPECT_TRUE(HasAnchor("<a name=<a name=<a name=abc<a name=x", "abc<", longest));
+  }
 }
 
 TEST(LinkPaths, ResolveUpStepsAgainstThePage) {
@@ -302,6 +319,15 @@ TEST_F(HtmlCheck, SeesWhatTheRunItselfChanged) {
   host.proposals.clear();
   Run();
   EXPECT_EQ(host.proposals.size(), 1U);
+}
+
+// A file that can be opened and not be read is a finding for the link that asks for an anchor only.
+TEST_F(HtmlCheck, ReadsFilesForTheirAnchorsOnly) {
+  files.contents["/s/b.htm"] = "";
+  files.damaged = {"/s/b.htm"};
+  const std::string page = "href=b.htm#x href=b.htm ";
+  EXPECT_EQ(Check(page), Error("Input/output error: /s/b.htm", page) + "\r\n");
+  EXPECT_EQ(state.UnlinkedList.text(), "\r\nU /s/a.htm\r\nR /s/b.htm");
 }
 
 TEST_F(HtmlCheck, EndsOnCancel) {

@@ -38,18 +38,29 @@ std::string MemoryFiles::Plain(const std::string& path) const {
   return path.empty() || path.ends_with(kSeparator) ? path : AbsolutePath("/", path);
 }
 
-Status MemoryFiles::Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) {
+Status MemoryFiles::Examine(const std::string& path, FileStamp& stamp) {
   const std::string plain = Plain(path);
   const auto found = contents.find(plain);
   stamp.modified = static_cast<std::int64_t>(versions_[plain]);
   if (found != contents.end()) {
     if (unreadable.contains(plain)) return Status::System(EACCES);
-    return content != nullptr ? Read(path, *content, stamp) : Status();
+    return {};
   }
   const auto below = contents.lower_bound(JoinPath(plain, ""));
   const bool folder =
       !path.empty() && below != contents.end() && below->first.starts_with(JoinPath(plain, ""));
   return Status::System(folder ? EISDIR : ENOENT);
+}
+
+Status MemoryFiles::ReadPieces(const std::string& path, FileStamp& stamp, ByteBuffer& memory,
+                               const UsePiece& use) {
+  if (Status status = Examine(path, stamp); !status.ok()) return status;
+  if (Status status = Read(path, memory, stamp); !status.ok()) return status;
+  constexpr std::size_t kPiece = 7;
+  std::string_view content = memory.view();
+  for (; content.size() > kPiece; content.remove_prefix(kPiece)) use(content.substr(0, kPiece), false);
+  use(content, true);
+  return {};
 }
 
 Status MemoryFiles::Rename(const std::string& folder, const std::string& from, const std::string& to) {
@@ -67,7 +78,7 @@ Status MemoryFiles::Rename(const std::string& folder, const std::string& from, c
 Status MemoryFiles::Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) {
   const auto found = contents.find(Plain(path));
   if (found == contents.end()) return Status::System(ENOENT);
-  if (unreadable.contains(found->first)) return Status::System(EIO);
+  if (unreadable.contains(found->first) || damaged.contains(found->first)) return Status::System(EIO);
   stamp.modified = static_cast<std::int64_t>(versions_[found->first]);
   bytes.SetSize(0);
   bytes.Reserve(found->second.size());

@@ -16,6 +16,7 @@ class MemoryFiles : public Files {
  public:
   std::map<std::string, std::string> contents;
   std::set<std::string> unreadable;  // files, and folders to list
+  std::set<std::string> damaged;     // files that can be opened and not be read
   std::set<std::string> unwritable;  // files; also not to be renamed
   std::vector<std::string> writes;   // paths, in order
   std::vector<std::string> visits;   // folders entered, in order
@@ -25,7 +26,9 @@ class MemoryFiles : public Files {
   Status EnterFolder(const std::string& folder) override;
   const std::string& CurrentFolder() const override { return current_; }
   Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) override;
-  Status Examine(const std::string& path, FileStamp& stamp, ByteBuffer* content) override;
+  Status Examine(const std::string& path, FileStamp& stamp) override;
+  Status ReadPieces(const std::string& path, FileStamp& stamp, ByteBuffer& memory,
+                    const UsePiece& use) override;
   Status Rename(const std::string& folder, const std::string& from, const std::string& to) override;
   Status ReplaceContent(const std::string& path, FileStamp& stamp,
                         std::span<const std::string_view> pieces) override;

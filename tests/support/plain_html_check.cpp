@@ -64,7 +64,7 @@ struct PlainHtmlCheck::Page {
 // Reads a file; what went wrong comes back.
 std::string PlainHtmlCheck::Open(const std::string& path, std::string& content) {
   FileStamp stamp;
-  if (const Status status = files.Examine(path, stamp, nullptr); !status.ok()) return status.reason();
+  if (const Status status = files.Examine(path, stamp); !status.ok()) return status.reason();
   ByteBuffer bytes;
   const Status status = files.Read(path, bytes, stamp);
   content = bytes.view();
