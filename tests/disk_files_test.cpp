@@ -174,16 +174,41 @@ TEST_F(DiskFilesTest, ExaminesRegularFilesOnly) {
       {"site/pipe", "Not a regular file"},
       {std::string(300, 'x'), "File name too long"},
       {std::string(5000, 'x'), "File name too long"},
+      {"none/" + std::string(5000, '/') + "x", "File name too long"},
   };
   for (const bool entered : {false, true}) {
     if (entered && !files.EnterFolder(scratch / "site").ok()) FAIL();
     for (const Row& row : rows) {
       EXPECT_EQ(files.Examine(scratch / row.name, stamp).reason(), row.reason) << row.name;
+      EXPECT_EQ(files.ReadPieces(scratch / row.name, stamp, bytes, [](std::string_view, bool) {}).reason(),
+                row.reason);
       EXPECT_EQ(Read(row.name).reason(), row.reason) << row.name;
     }
   }
   EXPECT_EQ(files.Examine("", stamp).reason(), missing);
   EXPECT_EQ(files.Examine("/dev/null", stamp).reason(), "Not a regular file");
+}
+
+TEST_F(DiskFilesTest, ReadsInPiecesUpToALimit) {
+  for (const std::size_t size : {0U, 5U, 1U << 22, (1U << 22) + 5}) {
+    scratch.Write("p", std::string(size, 'x'));
+    std::size_t total = 0;
+    int ends = 0;
+    const auto count = [&](std::string_view piece, bool last) {
+      total += piece.size();
+      ends += last;
+    };
+    ASSERT_TRUE(files.ReadPieces(scratch / "p", stamp, bytes, count).ok());
+    EXPECT_EQ(total, size);
+    EXPECT_EQ(ends, 1);
+  }
+  fs::resize_file(scratch / "p", std::uintmax_t{1} << 31);
+  EXPECT_EQ(files.ReadPieces(scratch / "p", stamp, bytes, [](std::string_view, bool) {}).reason(),
+            "File too large");
+  std::vector<FolderEntry> entries;
+  const std::string cut(scratch.path() + std::string("\0/x", 3));
+  EXPECT_FALSE(files.ListFolder(cut, entries, stamp).ok());  // and not the folder in front of the NUL
+  EXPECT_FALSE(files.Rename(cut, "p", "q").ok());
 }
 
 TEST_F(DiskFilesTest, RenamesWithoutOverwriting) {

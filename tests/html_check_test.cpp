@@ -133,6 +133,8 @@ TEST(LinkPaths, ResolveUpStepsAgainstThePage) {
   std::string path;
   EXPECT_TRUE(JoinByText("../b.htm", "/s/t", "/s", path));
   EXPECT_EQ(path, "/s/b.htm");
+  EXPECT_TRUE(JoinByText("b.htm", "/", "/", path));
+  EXPECT_EQ(path, "/b.htm");
   for (const char* link : {"../../b.htm", "../x/../b.htm", "", "../", "x/", "x//y", "./x", "x/."})
     EXPECT_FALSE(JoinByText(link, "/s/t", "/s", path)) << link;
 }
@@ -196,6 +198,12 @@ TEST_F(HtmlCheck, JudgesEachLink) {
       {"mailto:x@y", {}},
       {"MailTo:x", {}},
       {"http:x", {}},
+      {"ftp:X", {}},
+      {"Gopher:X", {}},
+      {"HTTPS:X", {}},
+      {"SHTTP:X", {}},
+      {"TELNET:X", {}},
+      {"wais:X", {}},
       {"nntp:X", {}},
       {"httpx:X", {upper, missing + "/s/httpx:X"}},
       {"File:x", {"Link to internal file!"}},
@@ -220,6 +228,13 @@ TEST_F(HtmlCheck, JudgesEachLink) {
   options.CGIname = "\xC3\xA9";
   EXPECT_EQ(Check("href=x\xE9.pl>"), "");
   EXPECT_NE(Check("href=x\xC3.pl>"), "");
+  options.CGIname = "CGI-bin";
+  const std::string far(300, '.');
+  const std::string none = "href='" + far + "' ";
+  const std::string with = "href='" + far + "cgi-bin" + far + "' ";
+  EXPECT_EQ(Check(with + none + with + none),
+            Error(missing + "/s/" + far, (with + none + with).substr(with.size() - 15, 401)) +
+                Error(missing + "/s/" + far, (with + none).substr(with.size() - 15)) + "\r\n");
 }
 
 TEST_F(HtmlCheck, PermitsUpperCaseAndReadsLinksFromTheCurrentFolder) {
@@ -261,6 +276,7 @@ TEST_F(HtmlCheck, PutsCorrectionsIntoThePage) {
   EXPECT_EQ(shown.ReplaceText, page);
   EXPECT_EQ(shown.ReplaceSelection.start, 11U);
   EXPECT_EQ(shown.ReplaceSelection.length, 5U);
+  EXPECT_EQ(shown.encoding, PageEncoding::kEightBit);
 
   // The scan goes on behind the second byte of what was put in, and examines the corrected link again.
   host.proposals.clear();
@@ -268,6 +284,9 @@ TEST_F(HtmlCheck, PutsCorrectionsIntoThePage) {
   Check("href=c.htm >");
   ASSERT_EQ(host.proposals.size(), 2U);
   EXPECT_EQ(host.proposals[1].SearchText, missing + "f.htm");
+
+  host.answers = {{7, once}};  // no answer: nothing is done
+  EXPECT_EQ(Check(page), first + Error(missing + "d.htm", page.substr(8)) + "\r\n");
 
   files.unwritable = {"/s/a.htm"};
   host.answers = {{kReplace, once}};
@@ -306,6 +325,45 @@ TEST_F(HtmlCheck, OffersToRenameLinkedFiles) {
   EXPECT_EQ(state.UnlinkedList.text(), "\r\nU /s/A.htm\r\nR /s/a.htm");
 }
 
+TEST_F(HtmlCheck, LooksForTheFileThatALinkMeans) {
+  struct Row {
+    Lines names;
+    std::string link;
+    std::string offered;
+  };
+  const Row rows[] = {
+      {{"B.htm"}, "b.htm", "B.htm"},          {{"B.HTM", "B.htm", "b.Htm"}, "b.htm", "B.HTM"},
+      {{"B.HTM", "b.Htm"}, "b.Htm", "b.Htm"}, {{"B.HTM", "b.htm"}, "b.htm", ""},
+      {{".Hidden"}, ".hidden", ".Hidden"},    {{"Sub/x.htm"}, "sub", ""},
+  };
+  for (const Row& row : rows) {
+    files.contents = {{"/s/a.htm", "href=" + row.link + " "}};
+    for (const std::string& name : row.names) files.contents["/s/" + name] = "";
+    host.questions.clear();
+    Run();
+    EXPECT_EQ(host.questions.empty() ? "" : host.questions[0].substr(0, host.questions[0].find(':')),
+              row.offered);
+  }
+  // The offer is a finding, though nothing of it is in the report; in the next run it is forgotten.
+  for (const bool found : {true, false}) {
+    files.contents = {{"/s/a.htm", found ? "href=b.htm " : "href=B.htm "}, {"/s/B.htm", ""}};
+    options.UCfilename = !found;
+    host.replies = {true};
+    host.files.clear();
+    EXPECT_EQ(Run().found, found);
+    EXPECT_NE(state.Results.find("*** None ***"), std::string::npos);
+    EXPECT_EQ(host.files.at(1), found ? "/s/b.htm" : "/s/B.htm");
+  }
+  // The user may change the option while the run goes on.
+  options.ShowEach = true;
+  files.contents = {{"/s/a.htm", "href=none href=/s/b.htm href=/s/b.htm "}, {"/s/b.htm", ""}};
+  host.proposals.clear();
+  options.UCfilename = false;
+  host.on_proposal = [this] { options.UCfilename = true; };
+  Run();
+  EXPECT_EQ(host.proposals.size(), 1U);
+}
+
 TEST_F(HtmlCheck, SeesWhatTheRunItselfChanged) {
   options.ShowEach = true;
   files.contents = {
@@ -314,11 +372,24 @@ TEST_F(HtmlCheck, SeesWhatTheRunItselfChanged) {
   Run();
   EXPECT_EQ(host.proposals.size(), 2U);
   const std::string long_name(200, 'n');
-  files.contents = {{"/s/a.htm", "href=b.htm#" + long_name + " href=b.htm#" + long_name + "m "},
-                    {"/s/b.htm", "<a name=" + long_name + ">"}};
+  files.contents = {{"/s/a.htm", "href=b.htm#" + long_name + " href=c.htm#" + long_name + " href=b.htm#n "},
+                    {"/s/b.htm", "<a name=" + long_name + ">"},
+                    {"/s/c.htm", ""}};
   host.proposals.clear();
   Run();
-  EXPECT_EQ(host.proposals.size(), 1U);
+  ASSERT_EQ(host.proposals.size(), 1U);
+  EXPECT_EQ(host.proposals[0].ReplaceText->substr(host.proposals[0].ReplaceSelection.start, 5), "c.htm");
+
+  // A page that its own check renames; dialogs show the end of a long path.
+  const std::string folder = "/s/" + std::string(60, 'f') + "/";
+  files.contents = {{folder + "A.htm", "href=none href='a.htm' href=none "}};
+  host.proposals.clear();
+  host.answers = {{kKeep, files.contents.begin()->second}};
+  host.replies = {true};
+  Run();
+  ASSERT_EQ(host.proposals.size(), 2U);
+  EXPECT_TRUE(host.proposals[0].FileName.ends_with("/A.htm"));
+  EXPECT_EQ(host.proposals[1].FileName, "...  " + (folder + "a.htm").substr(folder.size() + 5 - 47));
 }
 
 // A file that can be opened and not be read is a finding for the link that asks for an anchor only.
@@ -364,6 +435,7 @@ TEST_F(HtmlCheck, ListsExternalLinksAsAPage) {
       "<A HREF = \"ftp:&quot;\"> ftp:&quot;</A><BR>\r\n\r\n</HTML>");
   files.contents.erase("/s/a&<.htm");
   EXPECT_FALSE(Run().found);
+  EXPECT_EQ(host.activities.back(), "Testing: none.htm");
   EXPECT_TRUE(state.Results.ends_with("</P>\r\n<H3>No external links found</H3>\r\n</HTML>"));
 }
 
@@ -439,6 +511,16 @@ TEST_F(HtmlCheck, ReplacesColours) {
   Check("<body x=#1> color=#ccffaa");
   EXPECT_EQ(host.proposals.at(1).SearchText, "<body> color=#ccffaa");
   EXPECT_EQ(host.proposals.at(1).SearchSelection.start, 13U);
+  EXPECT_EQ(state.ColourParts, (std::array<std::string, 3>{"CC", "FF", "AA"}));
+
+  // Whole characters, and the selection counted from where they begin.
+  const std::string umlaut = "\xC3\xA4";
+  const std::string around = umlaut + "............. color=#1" + std::string(76, '.') + umlaut;
+  host.proposals.clear();
+  Check("<body>" + around + "end");
+  EXPECT_EQ(host.proposals.at(0).SearchText, around);
+  EXPECT_EQ(host.proposals.at(0).SearchSelection.start, 22U);
+  EXPECT_EQ(host.proposals.at(0).encoding, PageEncoding::kUtf8);
 }
 
 }  // namespace

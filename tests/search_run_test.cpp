@@ -170,6 +170,11 @@ TEST(RunReport, HasAHeadingForEachFunction) {
   EXPECT_EQ(header(external, same),
             "<H1>External links</H1>\r\n<P>in \"/a&amp;b&lt;\xC3\x89&gt;\" and all subdirectories"
             "<hr width=\"100%\"></P>");
+  external.MarkedOnly = true;
+  external.filList = "<&.htm";
+  EXPECT_EQ(
+      header(external, same),
+      "<H1>External links</H1>\r\n<P>in \"/a&amp;b&lt;\xC3\x89&gt;/&lt;&amp;.htm\"<hr width=\"100%\"></P>");
 }
 
 TEST(RunReport, ListsTheUnlinkedFiles) {

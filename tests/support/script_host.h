@@ -26,6 +26,7 @@ class ScriptHost : public RunHost {
   std::vector<std::string> messages;
   std::vector<std::string> failures;
   std::vector<std::string> files;
+  std::vector<std::string> activities;
   std::vector<std::string> shown;  // titles of the reports shown, "page" for a page
 
   ProposalAnswer Propose(const Proposal& proposal) override {
@@ -53,7 +54,7 @@ class ScriptHost : public RunHost {
     files.push_back(path);
     if (on_file) on_file(path);
   }
-  void ShowActivity(std::string_view) override {}
+  void ShowActivity(std::string_view text) override { activities.emplace_back(text); }
   void ShowReport(const std::string&, const std::string& title) override { shown.push_back(title); }
   void ShowPage(const std::string&) override { shown.emplace_back("page"); }
   void HandleInput() override { ++input_calls_; }
