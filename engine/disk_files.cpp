@@ -101,6 +101,7 @@ Status ReadAll(int file, std::size_t expected, ByteBuffer& bytes) {
 Status ReadParts(int file, std::size_t expected, ByteBuffer& memory, const Files::UsePiece& use) {
   constexpr std::size_t kPart = std::size_t{1} << 22;                      // bytes
   constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();  // bytes of the file
+  if (expected > kMost) return Status::System(EFBIG);
   memory.Reserve(kPart);
   std::size_t total = 0;
   std::size_t filled = 0;
