@@ -126,9 +126,13 @@ ProposalAnswer Person::Propose(const Proposal& proposal) {
   const bool editable = proposal.ReplaceText.has_value();
   std::string field = proposal.ReplaceText.value_or("");
   for (;;) {
-    Show(proposal, field, editable && field != *proposal.ReplaceText);
-    const char key =
-        editable ? Choose("[r]eplace  [k]eep  [e]dit  [q]uit:", "rkeq") : Choose("[n]ext  [q]uit:", "nkq");
+    const bool edited = editable && field != *proposal.ReplaceText;
+    Show(proposal, field, edited);
+    // An edited link is written even when it is kept.
+    const bool writes = edited && function_.function == Function::kLinks;
+    const std::string keep = writes ? "[k]eep (writes it, too)" : "[k]eep";
+    const char key = editable ? Choose("[r]eplace  " + keep + "  [e]dit  [q]uit:", "rkeq")
+                              : Choose("[n]ext  [q]uit:", "nkq");
     switch (key) {
       case 'r':
         return {kReplace, field};

@@ -12,13 +12,15 @@ namespace tessaril {
 namespace {
 
 // Bytes of a name that the order of the starts goes by. Beyond them, all that are equal so far are tried.
-constexpr std::size_t kMostSorted = 1024;
+constexpr std::size_t kMostSorted = 8192;
 
-// Texts that were met before, as far as they were not met too long ago.
+// Texts that were met before, as far as they were not met too long ago and are not too long to be compared.
 class Recent {
  public:
   bool Has(std::string_view text) {
-    std::string_view& last = last_[std::hash<std::string_view>()(text) % last_.size()];
+    constexpr std::size_t kHashed = 32;  // bytes
+    if (text.size() > kMostSorted) return false;
+    std::string_view& last = last_[std::hash<std::string_view>()(text.substr(0, kHashed)) % last_.size()];
     return std::exchange(last, text) == text;
   }
 

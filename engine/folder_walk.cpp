@@ -71,11 +71,7 @@ bool FolderWalk::ProcessFiles(const std::string& folder, const std::vector<std::
   (void)run_.files.EnterFolder(folder);  // when it fails, the files are still tried by their paths
   bool abandoned = false;
   for (const std::string& name : names) {
-    run_.state.RunFile = run_.state.FolderPrefix + name;
-    if (const auto renamed = run_.state.Renamed.find(run_.state.RunFile);
-        renamed != run_.state.Renamed.end()) {
-      run_.state.RunFile = renamed->second;
-    }
+    run_.state.RunFile = run_.targets.PresentPath(run_.state.FolderPrefix + name);
     run_.host.HandleInput();
     abandoned = StopRequested() || !run_.state.SearchActive;
     if (abandoned || !ProcessFile()) break;

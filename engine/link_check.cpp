@@ -91,14 +91,12 @@ bool LinkCheck::OfferRename(LinkTarget& target) {
   if (offer == nullptr) return true;
   run_.state.RenameOffered = true;
   if (!run_.host.Ask(*offer)) return true;
-  std::string old_path;
-  std::string new_path;
-  if (Status status = run_.targets.Rename(target, old_path, new_path); !status.ok()) {
-    run_.host.TellFailure(old_path, status.reason());
+  const std::string stored_path = JoinPath(FolderOf(target.registered), target.stored_name);
+  if (Status status = run_.targets.Rename(target); !status.ok()) {
+    run_.host.TellFailure(stored_path, status.reason());
     return false;
   }
-  if (page_.path() == old_path) page_.SetPath(new_path);
-  run_.state.Renamed[old_path] = new_path;
+  page_.SetPath(run_.targets.PresentPath(page_.path()));
   return true;
 }
 

@@ -167,18 +167,31 @@ const Question* LinkTargets::RenameOffer(LinkTarget& target) {
 
 void LinkTargets::LookUpName(LinkTarget& target) {
   target.looked_up_at = renames_;
-  target.stored_name.clear();
+  const std::string folder(FolderOf(target.registered));
+  target.stored_name = StoredName(folder, NameOf(target.path));
+  // A rename may have gone another way to the same folder, or taken the file away from a symbolic link.
+  FileStamp stamp;
+  if (renames_ > 0 && !target.stored_name.empty() &&
+      !files_.Examine(JoinPath(folder, target.stored_name), stamp).ok()) {
+    folders_.erase(folder);
+    target.stored_name = StoredName(folder, NameOf(target.path));
+  }
   target.offer.reset();
-  const Spellings& spellings = SpellingsIn(std::string(FolderOf(target.registered)));
-  const std::string name(NameOf(target.path));
+  if (!target.stored_name.empty()) {
+    target.offer = Question{OfferText(target.stored_name), Question::When::kDuringWalk};
+  }
+}
+
+// The name of a file of the folder that reads like `name` but for letter case, if it has an upper-case
+// letter.
+std::string LinkTargets::StoredName(const std::string& folder, std::string_view name) {
+  const Spellings& spellings = SpellingsIn(folder);
   const auto found = spellings.find(ToLower(name));
-  if (found == spellings.end() || found->second.empty()) return;
+  if (found == spellings.end() || found->second.empty()) return {};
   const std::vector<std::string>& stored = found->second;
-  const bool exact = std::find(stored.begin(), stored.end(), name) != stored.end();
-  const std::string& chosen = exact ? name : *std::min_element(stored.begin(), stored.end());
-  if (chosen == found->first) return;
-  target.stored_name = chosen;
-  target.offer = Question{OfferText(chosen), Question::When::kDuringWalk};
+  const auto exact = std::find(stored.begin(), stored.end(), name);
+  const auto chosen = exact != stored.end() ? exact : std::min_element(stored.begin(), stored.end());
+  return *chosen == found->first ? std::string() : *chosen;
 }
 
 const LinkTargets::Spellings& LinkTargets::SpellingsIn(const std::string& folder) {
@@ -203,19 +216,27 @@ const LinkTargets::Spellings& LinkTargets::SpellingsIn(const std::string& folder
   return spellings;
 }
 
-Status LinkTargets::Rename(LinkTarget& target, std::string& old_path, std::string& new_path) {
+Status LinkTargets::Rename(const LinkTarget& target) {
   const std::string folder(FolderOf(target.registered));
   const std::string from = target.stored_name;
   const std::string to = ToLower(from);
-  old_path = JoinPath(folder, from);
-  new_path = JoinPath(folder, to);
   if (Status status = files_.Rename(folder, from, to); !status.ok()) return status;
   ++renames_;
   ++changes_;
+  renamed_.insert(from);
   std::vector<std::string>& stored = folders_[folder][to];
   std::erase(stored, from);
   stored.push_back(to);
   return {};
+}
+
+std::string LinkTargets::PresentPath(const std::string& path) const {
+  const std::string_view name = NameOf(path);
+  if (!renamed_.contains(name)) return path;
+  std::string lower = JoinPath(FolderOf(path), ToLower(name));
+  FileStamp stamp;
+  const bool renamed = !files_.Examine(path, stamp).ok() && files_.Examine(lower, stamp).ok();
+  return renamed ? lower : path;
 }
 
 Status LinkTargets::FindAnchor(LinkTarget& target, std::string_view name, bool& found) {

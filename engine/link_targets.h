@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -62,8 +63,12 @@ class LinkTargets {
   /// or there is no such file. Letter case does not matter when it is looked for.
   const Question* RenameOffer(LinkTarget& target);
 
-  /// What the question asks for. `old_path` and `new_path` become the names with their folder, tidied.
-  Status Rename(LinkTarget& target, std::string& old_path, std::string& new_path);
+  /// What the question asks for.
+  Status Rename(const LinkTarget& target);
+
+  /// The path of a file that was at `path` when the run began: another one when the run has renamed it since,
+  /// whatever way it went to its folder.
+  std::string PresentPath(const std::string& path) const;
 
   /// Whether the file has an anchor of that name. Fails when it cannot be opened or read.
   Status FindAnchor(LinkTarget& target, std::string_view name, bool& found);
@@ -87,6 +92,7 @@ class LinkTargets {
   void ForgetIfTooMuch();
   const Spellings& SpellingsIn(const std::string& folder);
   void LookUpName(LinkTarget& target);
+  std::string StoredName(const std::string& folder, std::string_view name);
   void KeepUpToDate(LinkTarget& target) const;
   Status ReadAnchors(LinkTarget& target, std::size_t longest_name);
   void SetAnchors(LinkTarget& target, std::shared_ptr<Anchors> anchors);
@@ -96,11 +102,12 @@ class LinkTargets {
   std::unordered_map<std::string, Spellings> folders_;
   unsigned changes_ = 0;  // by the run, of any file
   unsigned renames_ = 0;
-  std::size_t memory_ = 0;           // bytes of what is remembered, without anchors
-  std::size_t anchor_memory_ = 0;    // bytes
-  std::size_t largest_anchors_ = 0;  // bytes
-  std::string key_;                  // of the target last asked for
-  LinkTarget too_long_;              // the target last asked for whose link is not worth remembering
+  std::set<std::string, std::less<>> renamed_;  // names that files had
+  std::size_t memory_ = 0;                      // bytes of what is remembered, without anchors
+  std::size_t anchor_memory_ = 0;               // bytes
+  std::size_t largest_anchors_ = 0;             // bytes
+  std::string key_;                             // of the target last asked for
+  LinkTarget too_long_;  // the target last asked for whose link is not worth remembering
   std::string folder_;
   std::string root_;
   // The targets of the links that were met in pages of this folder, by what stands in the page.

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <string>
-#include <unordered_map>
 
 #include "engine/byte_buffer.h"
 #include "engine/entities.h"
@@ -49,7 +48,6 @@ struct RunState {
   bool StopRequested = false;
   bool RenameOffered = false;              // a finding that leaves nothing in the report
   std::array<std::string, 3> ColourParts;  // red, green and blue piece of the colour last tested
-  std::unordered_map<std::string, std::string> Renamed;  // files by the paths that they had before
 
   /// Makes sure that `bytes` more of findings and the rest of the report find memory, so that nothing is done
   /// that the report could not tell. Throws std::bad_alloc or std::length_error.

@@ -58,7 +58,6 @@ SearchTexts KeepAndConvertTexts(RunHost& host, const Entities& entities, const R
 
 void Reset(RunState& state) {
   state.UnlinkedList = {};
-  state.Renamed.clear();
   state.RenameOffered = false;
   state.StopRequested = false;
   state.Results.clear();

@@ -171,6 +171,20 @@ TEST_F(Tsl, ChecksLinks) {
   EXPECT_TRUE(fs::exists(scratch / "sub/b.htm") && fs::exists(scratch / "sub/a.htm"));
   scratch.Write("sub/a.htm", "href='b.htm' href='a.htm' ");
   EXPECT_EQ(RunTsl({"links", scratch / "sub"}).status, 0);
+
+  // Files renamed by another way to their folder, the page itself among them, and a link that lost its file.
+  scratch.Write("ways/A.htm", "href='w/a.htm' href='w/b.htm' href='b.htm' href='d.gif' ");
+  scratch.Write("ways/B.htm", "href='none' ");
+  fs::create_symlink(".", scratch / "ways/w");
+  fs::create_symlink("B.htm", scratch / "ways/D.gif");
+  scratch.Write("answers", "ok\nok\nreplace FIXED\n");
+  end = RunTsl({"links", scratch / "ways", "--answers", scratch / "answers", "--transcript", scratch / "t"});
+  EXPECT_EQ(end.err, "");
+  EXPECT_EQ(end.status, 1);
+  EXPECT_TRUE(scratch.Read("ways/a.htm").ends_with("FIXED"));
+  EXPECT_NE(end.out.find(scratch / "ways/b.htm" + "\r\n--"), std::string::npos) << end.out;
+  const std::string asked = scratch.Read("t");
+  EXPECT_EQ(asked.find("D.gif:"), std::string::npos);
 }
 
 TEST_F(Tsl, ListsExternalLinksAndColours) {
