@@ -135,6 +135,15 @@ std::size_t LinkScanner::FindSeparator(std::string_view text) const {
 // Where the keyword begins that has its separator at `separator`; of several the first.
 std::size_t LinkScanner::KeywordBefore(std::size_t separator, std::string_view text) const {
   constexpr std::size_t kShortest = 3;  // bytes of a keyword
+  // Most have no keyword in front; that is told without a look at each place.
+  constexpr std::size_t kAllPlaces = Chain::kMostBetween + kShortest;
+  if (separator >= position_ + kAllPlaces) {
+    unsigned any = 0;
+    for (std::size_t between = 0; between <= Chain::kMostBetween; ++between) {
+      any |= CandidatesBefore(separator - between, text);
+    }
+    if (any == 0) return kNone;
+  }
   std::size_t first = kNone;
   for (std::size_t between = 0; between <= Chain::kMostBetween; ++between) {
     if (separator < position_ + between + kShortest) break;
