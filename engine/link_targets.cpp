@@ -161,82 +161,23 @@ const Status& LinkTargets::Open(LinkTarget& target) {
 }
 
 const Question* LinkTargets::RenameOffer(LinkTarget& target) {
-  if (target.looked_up_at != renames_) LookUpName(target);
+  if (target.looked_up_at != names_.renames()) LookUpName(target);
   return target.offer ? &*target.offer : nullptr;
 }
 
 void LinkTargets::LookUpName(LinkTarget& target) {
-  target.looked_up_at = renames_;
-  const std::string folder(FolderOf(target.registered));
-  target.stored_name = StoredName(folder, NameOf(target.path));
-  // A rename may have gone another way to the same folder, or taken the file away from a symbolic link.
-  FileStamp stamp;
-  if (renames_ > 0 && !target.stored_name.empty() &&
-      !files_.Examine(JoinPath(folder, target.stored_name), stamp).ok()) {
-    folders_.erase(folder);
-    target.stored_name = StoredName(folder, NameOf(target.path));
-  }
+  target.looked_up_at = names_.renames();
+  target.stored_name = names_.UpperCaseName(std::string(FolderOf(target.registered)), NameOf(target.path));
   target.offer.reset();
   if (!target.stored_name.empty()) {
     target.offer = Question{OfferText(target.stored_name), Question::When::kDuringWalk};
   }
 }
 
-// The name of a file of the folder that reads like `name` but for letter case, if it has an upper-case
-// letter.
-std::string LinkTargets::StoredName(const std::string& folder, std::string_view name) {
-  const Spellings& spellings = SpellingsIn(folder);
-  const auto found = spellings.find(ToLower(name));
-  if (found == spellings.end() || found->second.empty()) return {};
-  const std::vector<std::string>& stored = found->second;
-  const auto exact = std::find(stored.begin(), stored.end(), name);
-  const auto chosen = exact != stored.end() ? exact : std::min_element(stored.begin(), stored.end());
-  return *chosen == found->first ? std::string() : *chosen;
-}
-
-const LinkTargets::Spellings& LinkTargets::SpellingsIn(const std::string& folder) {
-  const auto [place, inserted] = folders_.try_emplace(folder);
-  Spellings& spellings = place->second;
-  if (!inserted) return spellings;
-  std::vector<FolderEntry> entries;
-  FileStamp stamp;
-  (void)files_.ListFolder(folder, entries, stamp);  // what cannot be listed is taken as empty
-  std::erase_if(entries, [](const FolderEntry& entry) { return entry.kind != EntryKind::kFile; });
-  const auto lower_end = std::partition(entries.begin(), entries.end(), [](const FolderEntry& entry) {
-    return entry.name == ToLower(entry.name);
-  });
-  for (auto entry = lower_end; entry != entries.end(); ++entry) {
-    spellings[ToLower(entry->name)].push_back(std::move(entry->name));
-  }
-  for (auto entry = entries.begin(); entry != lower_end; ++entry) {
-    if (const auto upper = spellings.find(entry->name); upper != spellings.end()) {
-      upper->second.push_back(std::move(entry->name));
-    }
-  }
-  return spellings;
-}
-
 Status LinkTargets::Rename(const LinkTarget& target) {
-  const std::string folder(FolderOf(target.registered));
-  const std::string from = target.stored_name;
-  const std::string to = ToLower(from);
-  if (Status status = files_.Rename(folder, from, to); !status.ok()) return status;
-  ++renames_;
-  ++changes_;
-  renamed_.insert(from);
-  std::vector<std::string>& stored = folders_[folder][to];
-  std::erase(stored, from);
-  stored.push_back(to);
-  return {};
-}
-
-std::string LinkTargets::PresentPath(const std::string& path) const {
-  const std::string_view name = NameOf(path);
-  if (!renamed_.contains(name)) return path;
-  std::string lower = JoinPath(FolderOf(path), ToLower(name));
-  FileStamp stamp;
-  const bool renamed = !files_.Examine(path, stamp).ok() && files_.Examine(lower, stamp).ok();
-  return renamed ? lower : path;
+  Status status = names_.Rename(std::string(FolderOf(target.registered)), target.stored_name);
+  if (status.ok()) NoteChange();
+  return status;
 }
 
 Status LinkTargets::FindAnchor(LinkTarget& target, std::string_view name, bool& found) {

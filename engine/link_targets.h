@@ -5,16 +5,15 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 #include "engine/anchors.h"
 #include "engine/byte_buffer.h"
 #include "engine/files.h"
 #include "engine/run_host.h"
+#include "engine/stored_names.h"
 
 namespace tessaril {
 
@@ -41,12 +40,8 @@ class LinkTargets {
  public:
   explicit LinkTargets(Files& files) : files_(files) {}
 
-  /// A page that was read just now: links to it need not look for it again. Gives its anchors, with names of
-  /// up to kLongestName bytes.
+  /// A page that was read just now: links to it need not look for it again. Gives its anchors.
   std::shared_ptr<Anchors> NotePage(const std::string& path, const FileStamp& stamp, std::string_view text);
-
-  static constexpr std::size_t kLongestName =
-      128;  // bytes of an anchor's name that are remembered of each file
 
   /// Links are in pages of this folder from now on, which is the current one. Below `root`, the folder that
   /// is walked, no folder on the way there is a symbolic link.
@@ -66,9 +61,8 @@ class LinkTargets {
   /// What the question asks for.
   Status Rename(const LinkTarget& target);
 
-  /// The path of a file that was at `path` when the run began: another one when the run has renamed it since,
-  /// whatever way it went to its folder.
-  std::string PresentPath(const std::string& path) const;
+  /// Where a file is now that was at `path` when the run began.
+  std::string PresentPath(const std::string& path) const { return names_.PresentPath(path); }
 
   /// Whether the file has an anchor of that name. Fails when it cannot be opened or read.
   Status FindAnchor(LinkTarget& target, std::string_view name, bool& found);
@@ -77,9 +71,6 @@ class LinkTargets {
   void NoteChange() { ++changes_; }
 
  private:
-  // The files of a folder of which some spelling has an upper-case letter, by their names in lower case.
-  using Spellings = std::unordered_map<std::string, std::vector<std::string>>;
-
   // Lets a key be looked up by any view of its bytes.
   struct Hash {
     using is_transparent = void;
@@ -90,24 +81,20 @@ class LinkTargets {
   LinkTarget& OfPlainLink(std::string_view link);
   LinkTarget& Remember(std::string_view key, bool& is_new);
   void ForgetIfTooMuch();
-  const Spellings& SpellingsIn(const std::string& folder);
   void LookUpName(LinkTarget& target);
-  std::string StoredName(const std::string& folder, std::string_view name);
   void KeepUpToDate(LinkTarget& target) const;
   Status ReadAnchors(LinkTarget& target, std::size_t longest_name);
   void SetAnchors(LinkTarget& target, std::shared_ptr<Anchors> anchors);
 
   Files& files_;
   std::unordered_map<std::string, LinkTarget, Hash, std::equal_to<>> targets_;
-  std::unordered_map<std::string, Spellings> folders_;
-  unsigned changes_ = 0;  // by the run, of any file
-  unsigned renames_ = 0;
-  std::set<std::string, std::less<>> renamed_;  // names that files had
-  std::size_t memory_ = 0;                      // bytes of what is remembered, without anchors
-  std::size_t anchor_memory_ = 0;               // bytes
-  std::size_t largest_anchors_ = 0;             // bytes
-  std::string key_;                             // of the target last asked for
-  LinkTarget too_long_;  // the target last asked for whose link is not worth remembering
+  StoredNames names_{files_};
+  unsigned changes_ = 0;             // by the run, of any file
+  std::size_t memory_ = 0;           // bytes of what is remembered, without anchors
+  std::size_t anchor_memory_ = 0;    // bytes
+  std::size_t largest_anchors_ = 0;  // bytes
+  std::string key_;                  // of the target last asked for
+  LinkTarget too_long_;              // the target last asked for whose link is not worth remembering
   std::string folder_;
   std::string root_;
   // The targets of the links that were met in pages of this folder, by what stands in the page.
