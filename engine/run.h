@@ -58,6 +58,9 @@ struct RunState {
     SearchActive = false;
     StopRequested = true;
   }
+
+ private:
+  std::size_t asked_for_ = 0;  // bytes of `Results` that the system was asked for ahead of their use
 };
 
 /// Search and replace text, valid UTF-8.
