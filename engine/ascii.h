@@ -27,6 +27,13 @@ inline std::string ToLower(std::string_view text) {
   return lower;
 }
 
+constexpr bool HasUpperCase(std::string_view text) {
+  for (const char c : text) {
+    if (ToLower(c) != c) return true;
+  }
+  return false;
+}
+
 /// Whether `text` in lower case is `lower`. Looks at many bytes before it decides, so that long texts are
 /// compared fast.
 constexpr bool EqualsLower(std::string_view text, std::string_view lower) {

@@ -26,7 +26,6 @@ class ColourCheck {
   void CheckBodyTag();
   void CheckAttributes();
   bool IsSafe(std::string_view text_from_sign);
-  void BeginEntry(std::string_view label, std::size_t shown_size);
   ProposalAnswer Propose(const std::string& shown, std::size_t sign);
   bool Replace(std::size_t begin, const std::string& shown, const std::string& text);
   bool goes_on() const { return status_.ok() && !run_.state.StopRequested; }
@@ -59,7 +58,7 @@ void ColourCheck::CheckBodyTag() {
   for (std::size_t sign = body_tag_.find('#'); sign != std::string::npos && goes_on();
        sign = body_tag_.find('#', sign + 1)) {
     if (IsSafe(std::string_view(body_tag_).substr(sign))) continue;
-    BeginEntry("", body_tag_.size());
+    page_.BeginEntry(body_tag_.size());
     const ProposalAnswer answer = Propose(body_tag_, sign);
     const bool changed = answer.ReplaceText != body_tag_;
     if (changed && answer.ReplaceAnswer == kReplace) {
@@ -82,10 +81,10 @@ void ColourCheck::CheckAttributes() {
     next = sign + 1;
     if (IsSafe(text.substr(sign))) continue;
     const std::size_t first = sign - std::min(sign, kExcerptBefore);
-    const std::size_t begin = page_text.CharacterAtOrBefore(first);
-    const std::size_t end = page_text.CharacterAtOrAfter(std::min(first + kExcerptSize, page_text.size()));
+    const auto [begin, end] = page_text.WholeCharacters(first, first + kExcerptSize);
     const std::string excerpt(text.substr(begin, end - begin));
-    BeginEntry("\r\n\r\n*** Error:", excerpt.size());
+    page_.BeginEntry(excerpt.size());
+    run_.state.Results += "\r\n\r\n*** Error:";
     const ProposalAnswer answer = Propose(excerpt, sign - begin);
     if (answer.ReplaceText != excerpt && answer.ReplaceAnswer == kReplace) {
       Replace(begin, excerpt, answer.ReplaceText);
@@ -97,15 +96,6 @@ void ColourCheck::CheckAttributes() {
 
 bool ColourCheck::IsSafe(std::string_view text_from_sign) {
   return !HexErr(ToUpper(text_from_sign.substr(0, kColourSize)), 0, run_.state.ColourParts);
-}
-
-// Memory for the whole entry, the page's heading when this is its first, and the entry's own label.
-void ColourCheck::BeginEntry(std::string_view label, std::size_t shown_size) {
-  RunState& state = run_.state;
-  constexpr std::size_t kLabels = 300;  // bytes, more than all of them
-  state.MakeRoom(page_.path().size() + shown_size + kLabels);
-  if (page_.IsFirstFinding()) AppendFileHeader(page_.path(), state.Results);
-  state.Results += label;
 }
 
 ProposalAnswer ColourCheck::Propose(const std::string& shown, std::size_t sign) {

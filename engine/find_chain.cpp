@@ -27,7 +27,6 @@ std::optional<Chain::Place> FindChain(const Chain& chain, std::string_view text,
     from = a + 1;
     const std::size_t b = FindBehind(chain.b_, text, a, chain.a_size_);
     if (b == ByteSearch::kNone) continue;
-    if (chain.c_.empty()) return Chain::Place{a, b};
     from = b + 1;
     const std::size_t c = FindBehind(chain.c_, text, b, chain.b_.size());
     if (c != ByteSearch::kNone) return Chain::Place{a, c};

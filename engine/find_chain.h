@@ -10,15 +10,15 @@
 
 namespace tessaril {
 
-/// Two or three tokens of which each follows closely on the one before it, such as an attribute's name, "="
+/// Three tokens of which each follows closely on the one before it, such as an attribute's name, "="
 /// and "#". Letters of both cases are taken as the same.
 class Chain {
  public:
   /// Bytes that may stand between the end of a token and the start of the next.
   static constexpr std::size_t kMostBetween = 4;
 
-  /// `a` and `b` are not empty; without `c` the chain has two tokens.
-  Chain(std::string_view a, std::string_view b, std::string_view c = {});
+  /// None of the tokens is empty.
+  Chain(std::string_view a, std::string_view b, std::string_view c);
 
   /// Where a chain stands: its first byte, and the first byte of its last token.
   struct Place {

@@ -10,8 +10,8 @@ Finding FindingAt(PageText& page, std::size_t place, std::size_t length) {
   constexpr std::size_t kBefore = 20;
   constexpr std::size_t kAfter = 100;
   const std::size_t begin = place - std::min(place, kBefore);
-  const std::size_t end = std::min(place + length + kAfter, page.size());
-  return {place, length, page.CharacterAtOrBefore(begin), page.CharacterAtOrAfter(end)};
+  const auto [context_begin, context_end] = page.WholeCharacters(begin, place + length + kAfter);
+  return {place, length, context_begin, context_end};
 }
 
 Proposal ShowFinding(const std::string& file_name, PageText& page, const Finding& finding) {

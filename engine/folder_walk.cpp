@@ -72,8 +72,7 @@ bool FolderWalk::ProcessFiles(const std::string& folder, const std::vector<std::
   bool abandoned = false;
   for (const std::string& name : names) {
     run_.state.RunFile = run_.targets.PresentPath(run_.state.FolderPrefix + name);
-    run_.host.HandleInput();
-    abandoned = StopRequested() || !run_.state.SearchActive;
+    abandoned = !run_.HandleInput() || !run_.state.SearchActive;
     if (abandoned || !ProcessFile()) break;
   }
   if (Status status = run_.files.FlushFolder(); !status.ok()) run_.host.TellFailure(folder, status.reason());

@@ -4,6 +4,7 @@
 
 #include "engine/ascii.h"
 #include "engine/paths.h"
+#include "engine/report_pieces.h"
 
 namespace tessaril {
 
@@ -29,6 +30,12 @@ Status HtmlPage::Replace(std::size_t begin, std::size_t end, std::string_view te
   Status status = run_.files.ReplaceContent(path_, stamp_, text_->Pieces());
   run_.targets.NoteChange();
   return status;
+}
+
+void HtmlPage::BeginEntry(std::size_t bytes) {
+  constexpr std::size_t kLabels = 300;  // bytes, more than all of them
+  run_.state.MakeRoom(path_.size() + bytes + kLabels);
+  if (IsFirstFinding()) AppendFileHeader(path_, run_.state.Results);
 }
 
 void HtmlPage::SetPath(std::string path) {

@@ -41,6 +41,10 @@ class HtmlPage {
   /// The page has another name now.
   void SetPath(std::string path);
 
+  /// Before an entry of the text report of `bytes`, the path and its labels not counted: makes sure that it
+  /// finds memory, and appends the lines above the page's findings when it is the first.
+  void BeginEntry(std::size_t bytes);
+
   /// True at the first call: the page's heading is to be written into the report.
   bool IsFirstFinding() { return !std::exchange(has_findings_, true); }
 

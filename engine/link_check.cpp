@@ -21,10 +21,6 @@ constexpr std::string_view kUpperCase =
 constexpr std::size_t kExcerptBefore = 21;  // bytes in front of a link
 constexpr std::size_t kExcerptMore = 101;   // bytes of an excerpt besides those of the link
 
-bool HasUpperCase(std::string_view text) {
-  return std::any_of(text.begin(), text.end(), [](char c) { return ToLower(c) != c; });
-}
-
 }  // namespace
 
 LinkCheck::LinkCheck(HtmlPage& page, LinkScanner& scanner, RunContext& run)
@@ -114,17 +110,13 @@ bool LinkCheck::VerifyTarget(const Link& link, LinkTarget& target, std::string_v
 // Writes a finding into the report and, if wanted, puts it to the user; false when the page's check ends.
 bool LinkCheck::ReportLinkError(const Link& link, std::string_view error) {
   PageText& text = page_.text();
-  const std::size_t first = std::min(link.start - std::min(link.start, kExcerptBefore), text.size());
+  const std::size_t first = link.start - std::min(link.start, kExcerptBefore);
   const std::size_t length = link.end - link.start + kExcerptMore;
-  const std::size_t begin = text.CharacterAtOrBefore(first);
-  const std::size_t end = text.CharacterAtOrAfter(first + std::min(length, text.size() - first));
+  const auto [begin, end] = text.WholeCharacters(first, first + length);
   excerpt_.clear();
   text.AppendSlice(begin, end, excerpt_);
-  RunState& state = run_.state;
-  constexpr std::size_t kLabels = 300;  // bytes, more than all of them
-  state.MakeRoom(page_.path().size() + error.size() + excerpt_.size() + kLabels);
-  if (page_.IsFirstFinding()) AppendFileHeader(page_.path(), state.Results);
-  AppendLinkError(error, excerpt_, state.Results);
+  page_.BeginEntry(error.size() + excerpt_.size());
+  AppendLinkError(error, excerpt_, run_.state.Results);
   return !run_.options.ShowEach || PutToUser(link, error, begin, end);
 }
 

@@ -27,6 +27,10 @@ std::size_t PageText::CharacterAtOrAfter(std::size_t pos) {
   return sequence ? sequence->end : pos;
 }
 
+PageText::Span PageText::WholeCharacters(std::size_t begin, std::size_t end) {
+  return {CharacterAtOrBefore(std::min(begin, size())), CharacterAtOrAfter(std::min(end, size()))};
+}
+
 void PageText::Replace(std::size_t begin, std::size_t end, std::string_view text) {
   Encoding();
   LineEnd();

@@ -37,14 +37,18 @@ class PageText {
   std::size_t CharacterAtOrBefore(std::size_t pos);
   std::size_t CharacterAtOrAfter(std::size_t pos);
 
-  /// Puts `text` in the place of the bytes from `begin` up to, not including, `end`.
-  void Replace(std::size_t begin, std::size_t end, std::string_view text);
-
- private:
   struct Span {
     std::size_t begin;
     std::size_t end;
   };
+  /// The bytes from `begin` up to, not including, `end`, cut to the text and then widened to whole
+  /// characters.
+  Span WholeCharacters(std::size_t begin, std::size_t end);
+
+  /// Puts `text` in the place of the bytes from `begin` up to, not including, `end`.
+  void Replace(std::size_t begin, std::size_t end, std::string_view text);
+
+ private:
   std::optional<Span> SequenceAround(std::size_t pos);
 
   GapText text_;

@@ -36,9 +36,8 @@ const StoredNames::Spellings& StoredNames::SpellingsIn(const std::string& folder
   FileStamp stamp;
   (void)files_.ListFolder(folder, entries, stamp);  // what cannot be listed is taken as empty
   std::erase_if(entries, [](const FolderEntry& entry) { return entry.kind != EntryKind::kFile; });
-  const auto lower_end = std::partition(entries.begin(), entries.end(), [](const FolderEntry& entry) {
-    return entry.name == ToLower(entry.name);
-  });
+  const auto lower_end = std::partition(entries.begin(), entries.end(),
+                                        [](const FolderEntry& entry) { return !HasUpperCase(entry.name); });
   for (auto entry = lower_end; entry != entries.end(); ++entry) {
     spellings[ToLower(entry->name)].push_back(std::move(entry->name));
   }
