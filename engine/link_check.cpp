@@ -39,9 +39,7 @@ bool LinkCheck::Verify(const Link& link) {
 bool LinkCheck::IsForCgi(const Link& link) {
   if (!run_.options.CGI) return false;
   if (!cgi_ || cgi_->name != run_.options.CGIname) PrepareCgi();
-  constexpr std::size_t kShort = 256;  // bytes of a value that is not worth remembering more than itself
   if (cgi_->sought.empty()) return cgi_->can_occur;
-  if (link.value.size() <= kShort) return link.value.find(cgi_->sought) != std::string_view::npos;
   if (cgi_->from > link.start || cgi_->place < link.start) {
     cgi_->from = link.start;
     cgi_->place = cgi_->search.Find(page_.work_text(), link.start);
