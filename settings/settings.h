@@ -1,0 +1,45 @@
+#ifndef TESSARIL_SETTINGS_SETTINGS_H_
+#define TESSARIL_SETTINGS_SETTINGS_H_
+
+#include <string>
+#include <string_view>
+
+// The settings file "TSL32.ini": eleven lines that a user may edit by hand. It is not read key by key: each
+// value is looked for with plain searches, and what a search misses is taken from the default text.
+
+namespace tessaril {
+
+inline constexpr std::string_view kSettingsFileName = "TSL32.ini";
+
+/// The values as the program holds them.
+struct Settings {
+  std::string LastDir;  // a path in the file system's bytes; as read it ends with a separator
+  float PrinterFontSize = 10;
+  std::string PrinterFontName;  // UTF-8
+  std::string CGIname;          // UTF-8; as read with the blanks around it
+  bool BrowserFirst = true;     // "Show file" starts in the browser
+  bool UCfilename = false;      // upper-case file names are permitted
+};
+
+/// The text of the settings file when there is none or it is damaged, without the line end that ends every
+/// settings file.
+std::string_view DefaultSettingsText();
+
+struct SettingsReading {
+  Settings settings;
+  bool damaged = false;  // a search failed: the file is to hold the default text until the next save
+};
+
+/// Takes the values out of the content of a settings file.
+SettingsReading ReadSettings(std::string_view content);
+
+/// The whole content of the settings file for these values.
+std::string SettingsText(const Settings& settings);
+
+/// The number that a text begins with: blanks, tabs and line feeds do not count wherever they stand; decimal
+/// with sign, point and exponent, or hexadecimal behind "&H", octal behind "&O"; 0 when there is none.
+double NumericValue(std::string_view text);
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_SETTINGS_SETTINGS_H_

@@ -1,0 +1,38 @@
+#include "ui/shared/message_boxes.h"
+
+#include <QMessageBox>
+
+#include "ui/shared/texts.h"
+
+namespace tessaril {
+namespace {
+
+QMessageBox::StandardButton Show(QWidget* parent, const std::string& text, const char* title,
+                                 QMessageBox::Icon icon, QMessageBox::StandardButtons buttons) {
+  QMessageBox box(icon, title, {}, buttons, parent);
+  box.setTextFormat(Qt::PlainText);
+  box.setText(ShownLines(text));
+  return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+}  // namespace
+
+void Tell(QWidget* parent, const std::string& text) {
+  Show(parent, text, "Tessaril", QMessageBox::NoIcon, QMessageBox::Ok);
+}
+
+void Warn(QWidget* parent, const std::string& text) {
+  Show(parent, text, "Tessaril", QMessageBox::Warning, QMessageBox::Ok);
+}
+
+bool AskOkCancel(QWidget* parent, const std::string& text) {
+  return Show(parent, text, "Tessaril", QMessageBox::NoIcon, QMessageBox::Ok | QMessageBox::Cancel) ==
+         QMessageBox::Ok;
+}
+
+bool AskYesNo(QWidget* parent, const std::string& text, const char* title) {
+  return Show(parent, text, title, QMessageBox::NoIcon, QMessageBox::Yes | QMessageBox::No) ==
+         QMessageBox::Yes;
+}
+
+}  // namespace tessaril
