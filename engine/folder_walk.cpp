@@ -1,30 +1,14 @@
 #include "engine/folder_walk.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <new>
 #include <stdexcept>
 #include <utility>
 
-#include "engine/ascii.h"
+#include "engine/folder_names.h"
 #include "engine/paths.h"
 
 namespace tessaril {
-namespace {
-
-// The order of names: without regard to letter case, and where they then are equal, by byte.
-bool ComesBefore(const std::string& a, const std::string& b) {
-  const std::size_t common = std::min(a.size(), b.size());
-  for (std::size_t i = 0; i < common; ++i) {
-    const auto x = static_cast<unsigned char>(ToLower(a[i]));
-    const auto y = static_cast<unsigned char>(ToLower(b[i]));
-    if (x != y) return x < y;
-  }
-  return a.size() != b.size() ? a.size() < b.size() : a < b;
-}
-
-}  // namespace
-
 bool FolderWalk::WalkFolder(const std::string& NewPath) {
   try {
     run_.host.ShowActivity("Searching!");
@@ -35,13 +19,13 @@ bool FolderWalk::WalkFolder(const std::string& NewPath) {
     run_.state.SearchActive = true;
     Listing listing;
     if (!List(NewPath, listing)) return false;
-    const std::vector<std::string> subfolders = TakeNames(listing, EntryKind::kFolder);
+    const std::vector<std::string> subfolders = TakeFolderNames(listing.entries);
     if (!subfolders.empty()) {
       if (WalkSubfolders(NewPath, subfolders)) return true;
       if (StopRequested()) return false;
       if (!run_.files.FolderIsUnchanged(NewPath, listing.stamp) && !List(NewPath, listing)) return false;
     }
-    return ProcessFiles(NewPath, TakeNames(listing, EntryKind::kFile));
+    return ProcessFiles(NewPath, TakeFileNames(listing.entries, filter_));
   } catch (const std::bad_alloc&) {
   } catch (const std::length_error&) {
   }
@@ -97,18 +81,6 @@ bool FolderWalk::List(const std::string& folder, Listing& listing) {
   const Status status = run_.files.ListFolder(folder, listing.entries, listing.stamp);
   if (!status.ok()) run_.host.TellFailure(folder, status.reason());
   return status.ok();
-}
-
-// The sorted names of one kind, moved out of the listing.
-std::vector<std::string> FolderWalk::TakeNames(Listing& listing, EntryKind kind) const {
-  std::vector<std::string> names;
-  for (FolderEntry& entry : listing.entries) {
-    if (entry.kind != kind || entry.name.starts_with('.')) continue;
-    if (kind == EntryKind::kFile && !filter_.Lists(entry.name)) continue;
-    names.push_back(std::move(entry.name));
-  }
-  std::sort(names.begin(), names.end(), ComesBefore);
-  return names;
 }
 
 }  // namespace tessaril

@@ -34,7 +34,6 @@ class FolderWalk {
     FileStamp stamp;
   };
   bool List(const std::string& folder, Listing& listing);
-  std::vector<std::string> TakeNames(Listing& listing, EntryKind kind) const;
 
   RunContext& run_;
   Worker worker_;
