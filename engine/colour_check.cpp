@@ -106,6 +106,7 @@ ProposalAnswer ColourCheck::Propose(const std::string& shown, std::size_t sign) 
   proposal.ReplaceText = shown;
   proposal.ReplaceSelection = {sign, kColourSize};
   proposal.encoding = page_.text().Encoding();
+  proposal.line_end = page_.text().LineEnd();
   ProposalAnswer answer = run_.host.Propose(proposal);
   if (answer.ReplaceAnswer == kStop) run_.state.StopRequested = true;
   return answer;

@@ -33,6 +33,7 @@ Proposal ProposeText(const std::string& file_name, PageText& page, const Finding
   field += text;
   field.append(proposal.SearchText, before + length);
   proposal.ReplaceSelection = {before, text.size()};
+  proposal.line_end = page.LineEnd();
   return proposal;
 }
 

@@ -126,6 +126,7 @@ bool LinkCheck::PutToUser(const Link& link, std::string_view error, std::size_t 
   const std::size_t start = std::min(link.start - begin, excerpt_.size());
   proposal.ReplaceSelection = {start, std::min(link.end - link.start, excerpt_.size() - start)};
   proposal.encoding = page_.text().Encoding();
+  proposal.line_end = page_.text().LineEnd();
   const ProposalAnswer answer = run_.host.Propose(proposal);
   const bool accepted = answer.ReplaceAnswer == kKeep || answer.ReplaceAnswer == kReplace;
   if (accepted && answer.ReplaceText != excerpt_ && !Correct(begin, end, answer.ReplaceText)) return false;

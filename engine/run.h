@@ -63,12 +63,6 @@ struct RunState {
   std::size_t asked_for_ = 0;  // bytes of `Results` that the system was asked for ahead of their use
 };
 
-/// Search and replace text, valid UTF-8.
-struct SearchTexts {
-  std::string search;
-  std::string replace;
-};
-
 /// All that a worker needs, handed down by reference.
 struct RunContext {
   Files& files;

@@ -23,8 +23,9 @@ struct Proposal {
   Selection SearchSelection;
   std::optional<std::string> ReplaceText;  // nothing when the dialog shows no editable field
   Selection ReplaceSelection;
-  std::string Label4;     // the hint
-  PageEncoding encoding;  // what the bytes mean, for who lets them be edited as characters
+  std::string Label4;                  // the hint
+  PageEncoding encoding;               // what the bytes mean, for who lets them be edited as characters
+  std::string_view line_end = "\r\n";  // of the page, which Enter types
 };
 
 /// What the dialog's buttons mean; the values are those of the shared field `ReplaceAnswer`.
@@ -42,11 +43,30 @@ struct Question {
   When when;
 };
 
+/// Search and replace text, valid UTF-8.
+struct SearchTexts {
+  std::string search;
+  std::string replace;
+};
+
 /// The outside world of a run: the main window, the terminal of `tsl`, a script of the tests. A worker cannot
 /// tell which. Any call may throw to end the run at once; then nothing more is written.
 class RunHost {
  public:
   virtual ~RunHost() = default;
+
+  /// The checks are passed and the run begins.
+  virtual void BeginRun() {}
+
+  /// The texts as they are searched for, as far as they have been converted.
+  virtual void TakeTexts(const SearchTexts&) {}
+
+  /// The state is reset and the files are about to be searched; false when they are not to be, which ends the
+  /// run without a report.
+  virtual bool BeginWalk() { return true; }
+
+  /// All files have been searched, or as many as the user wanted. The report is made now.
+  virtual void EndWalk() {}
 
   /// Shows a finding and waits for the answer.
   virtual ProposalAnswer Propose(const Proposal& proposal) = 0;

@@ -31,15 +31,11 @@ bool Check(RunHost& host, const RunOptions& options) {
   return true;
 }
 
-// A text as it is searched for, its characters written as entities. One that then still holds characters
-// above 127 is searched for all the same.
-std::string ConvertText(RunHost& host, const Entities& entities, const std::string& text, const char* which) {
-  std::string converted = entities.EncodeEntities(text);
-  if (!IsAscii(converted)) {
-    host.Warn(std::string("Warning!\r\nThere is an illegal HTML character in the ") + which +
-              " string.\r\nThe results may consequently be unreliable!");
-  }
-  return converted;
+// A text that still holds characters above 127 is searched for all the same.
+void WarnOfIllegal(RunHost& host, const std::string& text, const char* which) {
+  if (IsAscii(text)) return;
+  host.Warn(std::string("Warning!\r\nThere is an illegal HTML character in the ") + which +
+            " string.\r\nThe results may consequently be unreliable!");
 }
 
 // Keeps the texts of a text function as the user typed them, and gives them as they are searched for.
@@ -51,8 +47,13 @@ SearchTexts KeepAndConvertTexts(RunHost& host, const Entities& entities, const R
   state.SavedSearchText = texts.search;
   state.SavedReplaceText = texts.replace;
   if (!options.chkTags) return texts;
-  texts.search = ConvertText(host, entities, texts.search, "Search");
-  if (replacing) texts.replace = ConvertText(host, entities, texts.replace, "Replace");
+  texts.search = entities.EncodeEntities(texts.search);
+  host.TakeTexts(texts);
+  WarnOfIllegal(host, texts.search, "Search");
+  if (!replacing) return texts;
+  texts.replace = entities.EncodeEntities(texts.replace);
+  host.TakeTexts(texts);
+  WarnOfIllegal(host, texts.replace, "Replace");
   return texts;
 }
 
@@ -68,9 +69,11 @@ void Reset(RunState& state) {
 RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const RunOptions& options,
                  RunState& state) {
   if (!Check(host, options)) return {};
+  host.BeginRun();
   const SearchTexts searched = KeepAndConvertTexts(host, entities, options, state);
   const std::string header = MakeHeader(options, {state.SavedSearchText, state.SavedReplaceText}, searched);
   Reset(state);
+  if (!host.BeginWalk()) return {};
   constexpr std::size_t kRoomForStopLines = 8192;  // the path of a file is the long part of them
   state.RoomForEnd = header.size() + kRoomForStopLines;
   const FunctionRow& function = RowOf(options.function);
@@ -79,6 +82,7 @@ RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const Ru
   if (Status status = files.FlushFolder(); !status.ok()) {
     host.TellFailure(files.CurrentFolder(), status.reason());
   }
+  host.EndWalk();
   const bool found = !state.Results.empty() || state.RenameOffered;
   if (function.HtmlOutput) {
     FinishPage(header, state);
