@@ -1,48 +1,13 @@
 #include "cli/places.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
-#include <filesystem>
-#include <memory>
-#include <system_error>
 
 #include "engine/paths.h"
+#include "engine/start_places.h"
 
 namespace tessaril {
-namespace {
-
-// The folder that the program was started in, by the path that the shell went by where it can be believed.
-// Fails when it is there no more.
-Status StartFolder(std::string& start) {
-  struct stat by_name {};
-  struct stat here {};
-  const char* const name = std::getenv("PWD");
-  if (name != nullptr && name[0] == kSeparator && AbsolutePath("/", name) == name &&
-      stat(name, &by_name) == 0 && stat(".", &here) == 0 && by_name.st_dev == here.st_dev &&
-      by_name.st_ino == here.st_ino) {
-    start = name;
-    return {};
-  }
-  const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
-  if (folder == nullptr || folder.get()[0] != kSeparator) return Status::System(ENOENT);
-  start = folder.get();
-  return {};
-}
-
-}  // namespace
-
-Status MakeAbsolute(const std::string& given, std::string& path) {
-  if (given.empty()) return Status::System(ENOENT);
-  std::string start;
-  if (given[0] != kSeparator) {
-    if (Status status = StartFolder(start); !status.ok()) return status;
-  }
-  path = AbsolutePath(start, given);
-  return {};
-}
 
 Status ChoosePlace(const std::string& given, RunOptions& options) {
   std::string path;
@@ -57,14 +22,6 @@ Status ChoosePlace(const std::string& given, RunOptions& options) {
   options.dirList = FolderOf(path);
   options.filList = NameOf(path);
   options.MarkedOnly = true;
-  return {};
-}
-
-Status FindProgramFolder(std::string& folder) {
-  std::error_code error;
-  const std::string program = std::filesystem::read_symlink("/proc/self/exe", error).string();
-  if (error) return Status::Failure("The program's folder cannot be found: " + error.message());
-  folder = FolderOf(program);
   return {};
 }
 

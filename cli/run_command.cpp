@@ -24,6 +24,7 @@
 #include "engine/disk_files.h"
 #include "engine/paths.h"
 #include "engine/search_run.h"
+#include "engine/start_places.h"
 
 namespace tessaril {
 namespace {
