@@ -1,0 +1,24 @@
+#include "ui/shared/fonts.h"
+
+#include <QApplication>
+#include <QFontInfo>
+#include <QFontMetrics>
+
+namespace tessaril {
+
+QFont FixedFont() {
+  QFont font = QApplication::font();
+  font.setFamilies({"Courier New"});
+  font.setStyleHint(QFont::Monospace);
+  font.setFixedPitch(true);
+  return font;
+}
+
+QFont FittedFont(QFont font, const QString& text, int width) {
+  constexpr int kSmallest = 6;  // pixels
+  int size = QFontInfo(font).pixelSize();
+  while (size > kSmallest && QFontMetrics(font).horizontalAdvance(text) > width) font.setPixelSize(--size);
+  return font;
+}
+
+}  // namespace tessaril
