@@ -2,16 +2,10 @@
 
 namespace tessaril {
 
-KeptDialog::KeptDialog(QWidget* parent) : QDialog(parent) {
-  setModal(true);
-}
-
 bool KeptDialog::Show() {
-  setResult(Rejected);
-  if (place_) move(*place_);
   const bool accepted = exec() == Accepted;
-  place_ = pos();
-  hide();  // still open when the program's event loop was ended
+  setAttribute(Qt::WA_Moved);  // or it would be centred again; a move() would count the frame in or out
+  hide();                      // still open when the program's event loop was ended
   return accepted;
 }
 

@@ -2,7 +2,6 @@
 #define TESSARIL_UI_DIALOGS_KEPT_DIALOG_H_
 
 #include <QDialog>
-#include <optional>
 
 namespace tessaril {
 
@@ -12,14 +11,11 @@ class KeptDialog : public QDialog {
   Q_OBJECT
 
  public:
-  explicit KeptDialog(QWidget* parent);
+  using QDialog::QDialog;
 
  protected:
   /// Shows the dialog and waits. True when it was accepted, false when it was rejected or the program ends.
   bool Show();
-
- private:
-  std::optional<QPoint> place_;
 };
 
 }  // namespace tessaril

@@ -28,6 +28,7 @@ struct LabelRow {
   const char* tooltip;
 };
 
+// A caption that is too wide for its place in one line is lettered smaller.
 void Make(const LabelRow& row) {
   Put(row.label, row.name, row.place);
   row.label.setTextFormat(Qt::PlainText);
@@ -75,11 +76,15 @@ void SafeColourDialog::PutLabels() {
        kFixed,
        "FFFFFF",
        "RGB hex value of the old colour"},
-      {Label12, "Label12", {72, 1728, 912, 408}, kPlain, "Safe      colour:", ""},
+      {Label12, "Label12", {72, 1728, 912, 432}, kPlain, "", ""},
       {Label2, "Label2", {72, 2160, 912, 192}, kPlain, "HEX value:", ""},
   };
   for (const LabelRow& row : rows) Make(row);
   Label12.setWordWrap(true);
+  Label12.setText("Safe      colour:");
+  QFont font = lblR.font();
+  for (const char* widest : {"G: 0% = h00", "G: 100% hDD"}) font = FittedFont(font, widest, lblG.width());
+  for (QLabel* label : {&lblR, &lblG, &lblB}) label->setFont(font);
 }
 
 void SafeColourDialog::PutSliders() {
@@ -110,7 +115,7 @@ void SafeColourDialog::PutFields() {
   Put(LblOther, "LblOther", {1044, 756, 600, 480});
   LblOther.setToolTip("Click colour field to select its colour. To adjust colour, use the sliders.");
   MakeField(LblOther, lblOthCol);
-  Fill(LblOther, lblOthCol, {}, "000000");
+  Fill(LblOther, "Other colour ", {}, lblOthCol, "000000");
   Put(lblOldCol, "lblOldCol", {1044, 1224, 4800, 480});
   lblOldCol.setToolTip("Click colour field to select the old colour");
   MakeField(lblOldCol, lblColourOld);
@@ -140,16 +145,19 @@ void SafeColourDialog::MakeField(ColourField& field, const QLabel& digits) {
   });
 }
 
-void SafeColourDialog::Fill(ColourField& field, QLabel& digits, const Colour& colour, const QString& text) {
+void SafeColourDialog::Fill(ColourField& field, const char* what, const Colour& colour, QLabel& digits,
+                            const QString& text) {
   field.SetColour(colour);
+  field.setAccessibleName(what + text);
   digits.setText(text);
 }
 
 std::optional<QString> SafeColourDialog::Choose(const ColourPieces& old_colour) {
-  Fill(lblOldCol, lblColourOld, ColourOf(old_colour), Shown(old_colour[0] + old_colour[1] + old_colour[2]));
+  Fill(lblOldCol, "Old colour ", ColourOf(old_colour), lblColourOld,
+       Shown(old_colour[0] + old_colour[1] + old_colour[2]));
   const std::array<Colour, kNeighbours> neighbours = NeighbourColours(old_colour);
   for (std::size_t i = 0; i < kNeighbours; ++i) {
-    Fill(lblSafeCol[i], lblColourHex[i], neighbours[i], Shown(HexDigits(neighbours[i])));
+    Fill(lblSafeCol[i], "Safe colour ", neighbours[i], lblColourHex[i], Shown(HexDigits(neighbours[i])));
   }
   if (!Show()) return {};
   return Tag();
@@ -157,7 +165,7 @@ std::optional<QString> SafeColourDialog::Choose(const ColourPieces& old_colour) 
 
 void SafeColourDialog::showEvent(QShowEvent* event) {
   KeptDialog::showEvent(event);
-  lblSafeCol[0].setFocus();
+  if (!event->spontaneous()) lblSafeCol[0].setFocus();
 }
 
 // The order of maximum and value matters: a value beyond the maximum would be cut. The "Other" colour waits
@@ -182,7 +190,7 @@ void SafeColourDialog::ColourUpdate() {
   lblR.setText(Shown(SliderCaption('R', colour.red)));
   lblG.setText(Shown(SliderCaption('G', colour.green)));
   lblB.setText(Shown(SliderCaption('B', colour.blue)));
-  Fill(LblOther, lblOthCol, colour, Shown(HexDigits(colour)));
+  Fill(LblOther, "Other colour ", colour, lblOthCol, Shown(HexDigits(colour)));
 }
 
 // A slider that is dragged counts as moved also where its value stays the same.

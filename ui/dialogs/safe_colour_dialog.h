@@ -41,7 +41,7 @@ class SafeColourDialog : public KeptDialog {
   void PutFields();
   void PutSliders();
   void MakeField(ColourField& field, const QLabel& digits);
-  void Fill(ColourField& field, QLabel& digits, const Colour& colour, const QString& text);
+  void Fill(ColourField& field, const char* what, const Colour& colour, QLabel& digits, const QString& text);
   void SwitchMode(bool safe);
   void ColourUpdate();
 
