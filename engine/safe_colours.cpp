@@ -56,7 +56,7 @@ std::string SliderCaption(char letter, int component) {
   return std::string(1, letter) + ": " + std::to_string(share) + "% h" + TwoDigits(component);
 }
 
-MarkedText PutDigits(std::string_view text, std::size_t sign, std::string_view chosen) {
+RecolouredText PutDigits(std::string_view text, std::size_t sign, std::string_view chosen) {
   const std::size_t begin = std::min(sign + 1, text.size());
   const std::string_view old = LeadingDigits(text.substr(begin, kDigitCount));
   std::string result(text.substr(0, begin));

@@ -52,7 +52,7 @@ std::array<Colour, 8> NeighbourColours(const ColourPieces& pieces);
 std::string SliderCaption(char letter, int component);
 
 /// A text and what is to be selected in it.
-struct MarkedText {
+struct RecolouredText {
   std::string text;
   Selection selection;
 };
@@ -60,7 +60,7 @@ struct MarkedText {
 /// Puts chosen digits in the place of the old ones: of the hexadecimal digits, six at most, that follow the
 /// "#" at `sign` (bytes from 0) in `text`. The "#" and the digits are selected. Of `chosen` only its leading
 /// hexadecimal digits count, so that an old colour that is none ("#red") is put back as it stood.
-MarkedText PutDigits(std::string_view text, std::size_t sign, std::string_view chosen);
+RecolouredText PutDigits(std::string_view text, std::size_t sign, std::string_view chosen);
 
 }  // namespace tessaril
 

@@ -59,7 +59,7 @@ TEST(SafeColours, PutsTheChosenDigitsInThePlaceOfTheOld) {
       {"#", 0, "003333", "#003333"},
   };
   for (const auto& row : rows) {
-    const MarkedText put = PutDigits(row.text, row.sign, row.chosen);
+    const RecolouredText put = PutDigits(row.text, row.sign, row.chosen);
     EXPECT_EQ(put.text, row.result);
     EXPECT_EQ(put.selection.start, row.sign);
     EXPECT_EQ(put.selection.length, 7u);
