@@ -8,13 +8,12 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cerrno>
-#include <cstdio>
 #include <vector>
 
 #include "engine/file_handle.h"
 #include "engine/paths.h"
+#include "engine/temporary_file.h"
 
 namespace tessaril {
 namespace {
@@ -68,56 +67,6 @@ Status WritePieces(int file, std::span<const std::string_view> pieces) {
   }
   return {};
 }
-
-// A new file beside a page, gone again unless it was given another name.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(int folder) : folder_(folder) {}
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() { Remove(); }
-
-  Status Create() {
-    static std::atomic<unsigned> counter{0};
-    constexpr int kMostTries = 1000;
-    for (int tries = 0; tries < kMostTries; ++tries) {
-      std::array<char, 48> name;
-      std::snprintf(name.data(), name.size(), ".tessaril-%lx-%x", static_cast<unsigned long>(getpid()),
-                    counter.fetch_add(1));
-      std::string its_name(name.data());  // whose memory comes before the file
-      file_ = FileHandle(
-          openat(folder_, its_name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
-      if (file_.is_open()) {
-        name_ = std::move(its_name);
-        return {};
-      }
-      if (errno != EEXIST) break;
-    }
-    return Status::System(errno);
-  }
-
-  Status RenameTo(const std::string& name) {
-    if (renameat(folder_, name_.c_str(), folder_, name.c_str()) != 0) return Status::System(errno);
-    name_.clear();
-    return {};
-  }
-
-  bool Remove() {
-    if (!name_.empty() && unlinkat(folder_, name_.c_str(), 0) != 0) return false;
-    name_.clear();
-    return true;
-  }
-
-  // Leaves the file where it is, for the user to find, and tells its name.
-  std::string Keep() { return std::exchange(name_, {}); }
-
-  int file() const { return file_.get(); }
-
- private:
-  int folder_;
-  FileHandle file_;
-  std::string name_;
-};
 
 // The names of a file's extended attributes, access lists among them; none where the file system has none.
 std::vector<std::string> AttributeNames(int file) {
