@@ -1,6 +1,7 @@
 #include "ui/shared/fonts.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetrics>
 
@@ -11,6 +12,13 @@ QFont FixedFont() {
   font.setFamilies({"Courier New"});
   font.setStyleHint(QFont::Monospace);
   font.setFixedPitch(true);
+  return font;
+}
+
+QFont SansSerifFont() {
+  constexpr char kFamily[] = "MS Sans Serif";
+  QFont font = QApplication::font();
+  if (QFontDatabase::hasFamily(kFamily)) font.setFamilies({kFamily});
   return font;
 }
 

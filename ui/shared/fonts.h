@@ -10,6 +10,9 @@ namespace tessaril {
 /// fixed-width font.
 QFont FixedFont();
 
+/// MS Sans Serif in the size of the application's font; where it is not installed, the application's font.
+QFont SansSerifFont();
+
 /// `font`, made smaller until `text` is at most `width` pixels wide.
 QFont FittedFont(QFont font, const QString& text, int width);
 

@@ -1,0 +1,35 @@
+#include "ui/shared/controls.h"
+
+namespace tessaril {
+
+QLabel* MakeLabel(QWidget* parent, const char* name, const Place& place, const char* text) {
+  auto* const label = new QLabel(text, parent);
+  label->setTextFormat(Qt::PlainText);
+  Put(*label, name, place);
+  return label;
+}
+
+QCheckBox* MakeCheckBox(QWidget* parent, const char* name, const Place& place, const char* caption,
+                        const char* tooltip) {
+  auto* const box = new QCheckBox(caption, parent);
+  box->setToolTip(tooltip);
+  Put(*box, name, place);
+  return box;
+}
+
+QPushButton* MakeButton(QWidget* parent, const char* name, const Place& place, const char* caption,
+                        const char* tooltip) {
+  auto* const button = new QPushButton(caption, parent);
+  button->setToolTip(tooltip);
+  button->setAutoDefault(true);
+  Put(*button, name, place);
+  return button;
+}
+
+void Tie(QLabel& label, QWidget& control) {
+  label.setBuddy(&control);
+  QString name = label.text();
+  control.setAccessibleName(name.remove('&').remove(':'));
+}
+
+}  // namespace tessaril

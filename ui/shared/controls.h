@@ -1,0 +1,29 @@
+#ifndef TESSARIL_UI_SHARED_CONTROLS_H_
+#define TESSARIL_UI_SHARED_CONTROLS_H_
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+
+#include "ui/shared/place.h"
+
+// Controls with their name, place, caption and tooltip. In captions "&" stands before the access key.
+
+namespace tessaril {
+
+/// A label shows its text as it stands, unless it is tied to a control: then "&" is an access key.
+QLabel* MakeLabel(QWidget* parent, const char* name, const Place& place, const char* text);
+
+QCheckBox* MakeCheckBox(QWidget* parent, const char* name, const Place& place, const char* caption,
+                        const char* tooltip);
+
+/// Enter presses the button, too, when it has the focus.
+QPushButton* MakeButton(QWidget* parent, const char* name, const Place& place, const char* caption,
+                        const char* tooltip);
+
+/// Says that `label` names `control`.
+void Tie(QLabel& label, QWidget& control);
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_UI_SHARED_CONTROLS_H_

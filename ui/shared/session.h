@@ -1,0 +1,24 @@
+#ifndef TESSARIL_UI_SHARED_SESSION_H_
+#define TESSARIL_UI_SHARED_SESSION_H_
+
+#include <string>
+
+#include "engine/disk_files.h"
+#include "engine/entities.h"
+
+namespace tessaril {
+
+/// What all windows share for the whole run of the program. Paths are the file system's bytes.
+struct Session {
+  DiskFiles files;  // its current folder is the program's
+  Entities entities;
+  std::string ProgramFolder;  // no separator at its end
+  std::string LastDir;  // the last folder used; with a separator at its end as long as it is from the file
+  std::string PrinterFontName;  // UTF-8
+  float PrinterFontSize = 10;   // points
+  std::string CurrentFile;      // shown in the editor or browser
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_UI_SHARED_SESSION_H_
