@@ -1,0 +1,65 @@
+#include "ui/main/file_list.h"
+
+#include <QKeyEvent>
+#include <utility>
+#include <vector>
+
+#include "engine/file_filter.h"
+#include "engine/folder_names.h"
+#include "ui/shared/texts.h"
+
+namespace tessaril {
+namespace {
+
+constexpr int kNameRole = Qt::UserRole;  // bytes
+
+}  // namespace
+
+FileList::FileList(Files& files, QWidget* parent) : QListWidget(parent), files_(files) {
+  connect(this, &QListWidget::itemClicked, this, &FileList::Clicked);
+  connect(this, &QListWidget::itemDoubleClicked, this, &FileList::DoubleClicked);
+}
+
+void FileList::SetFolder(const std::string& folder) {
+  if (folder != folder_) clear();
+  folder_ = folder;
+  Refresh();
+}
+
+void FileList::SetPattern(const std::string& pattern) {
+  pattern_ = pattern;
+  Refresh();
+}
+
+void FileList::Refresh() {
+  const std::string selected = Selected();
+  std::vector<FolderEntry> entries;
+  FileStamp stamp;
+  (void)files_.ListFolder(folder_, entries, stamp);  // what could be read is shown
+  clear();
+  for (const std::string& name : TakeFileNames(entries, FileFilter(pattern_))) {
+    auto* const entry = new QListWidgetItem(Shown(name), this);
+    entry->setData(kNameRole, QByteArray::fromStdString(name));
+    if (name == selected) setCurrentItem(entry);
+  }
+}
+
+std::string FileList::Selected() const {
+  const QList<QListWidgetItem*> selected = selectedItems();
+  return selected.isEmpty() ? "" : selected.first()->data(kNameRole).toByteArray().toStdString();
+}
+
+void FileList::ClearSelection() {
+  setCurrentItem(nullptr);
+  clearSelection();
+}
+
+void FileList::keyPressEvent(QKeyEvent* event) {
+  const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (!is_enter && event->key() != Qt::Key_Space) return QListWidget::keyPressEvent(event);
+  if (currentItem() == nullptr) return;
+  currentItem()->setSelected(true);
+  is_enter ? emit DoubleClicked() : emit Clicked();
+}
+
+}  // namespace tessaril

@@ -1,0 +1,50 @@
+#include "ui/main/filter_box.h"
+
+#include <QLineEdit>
+
+#include "ui/shared/texts.h"
+
+namespace tessaril {
+namespace {
+
+struct Row {
+  const char* filter;
+  std::optional<Viewer> viewer;
+};
+
+constexpr Row kRows[] = {
+    {"*.htm*;shtm*", {}},
+    {"*.*", {}},
+    {"*.gif;*.jpg;*.jpeg;*.png", Viewer::kBrowser},
+    {"*.txt", Viewer::kEditor},
+    {"*.pdf", Viewer::kBrowser},
+    {"*.exe;*.zip", Viewer::kBrowser},
+    {"*.hhc;*.hhk;*.hhp;*.h;*.dmp", Viewer::kEditor},
+};
+
+}  // namespace
+
+FilterBox::FilterBox(QWidget* parent) : QComboBox(parent) {
+  setEditable(true);
+  setInsertPolicy(NoInsert);
+  setCompleter(nullptr);
+  setMaxVisibleItems(static_cast<int>(std::size(kRows)));
+  for (const Row& row : kRows) addItem(row.filter);
+  // The toolkit would take a typed text that is in the list for a choice from it.
+  disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
+  disconnect(lineEdit(), &QLineEdit::returnPressed, this, nullptr);
+  connect(this, &QComboBox::activated, this, &FilterBox::Picked);
+}
+
+std::string FilterBox::Text() const {
+  return Entered(currentText());
+}
+
+std::optional<Viewer> FilterBox::ViewerFor(const std::string& filter) {
+  for (const Row& row : kRows) {
+    if (filter == row.filter) return row.viewer;
+  }
+  return std::nullopt;
+}
+
+}  // namespace tessaril

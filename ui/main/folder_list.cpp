@@ -1,0 +1,87 @@
+#include "ui/main/folder_list.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QStyle>
+#include <algorithm>
+#include <vector>
+
+#include "engine/folder_names.h"
+#include "engine/paths.h"
+#include "ui/shared/place.h"
+#include "ui/shared/texts.h"
+
+namespace tessaril {
+namespace {
+
+constexpr int kPathRole = Qt::UserRole;  // bytes
+
+}  // namespace
+
+FolderList::FolderList(Files& files, QWidget* parent) : QListWidget(parent), files_(files) {
+  const int icon = Pixels(210);
+  setIconSize({icon, icon});
+  setHorizontalScrollMode(ScrollPerPixel);
+  connect(this, &QListWidget::itemClicked, this, &FolderList::OpenHighlighted);
+}
+
+bool FolderList::Open(const std::string& folder) {
+  std::vector<FolderEntry> entries;
+  FileStamp stamp;
+  if (!files_.ListFolder(folder, entries, stamp).ok()) return false;
+  open_ = folder;
+  clear();
+  int depth = 0;
+  AddEntry("/", "/", depth++);
+  for (std::size_t begin = 1; begin < folder.size();) {
+    const std::size_t end = std::min(folder.find(kSeparator, begin), folder.size());
+    AddEntry(folder.substr(0, end), folder.substr(begin, end - begin), depth++);
+    begin = end + 1;
+  }
+  QListWidgetItem* const opened = item(count() - 1);
+  QFont font = opened->font();
+  font.setBold(true);
+  opened->setFont(font);
+  for (const std::string& name : TakeFolderNames(entries)) AddEntry(JoinPath(folder, name), name, depth);
+  setCurrentItem(opened);
+  emit Changed();
+  return true;
+}
+
+void FolderList::OpenHighlighted() {
+  Open(Highlighted());
+}
+
+std::string FolderList::Highlighted() const {
+  const QListWidgetItem* const entry = currentItem();
+  return entry == nullptr ? open_ : entry->data(kPathRole).toByteArray().toStdString();
+}
+
+void FolderList::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return OpenHighlighted();
+  QListWidget::keyPressEvent(event);
+}
+
+void FolderList::focusOutEvent(QFocusEvent* event) {
+  QListWidget::focusOutEvent(event);
+  switch (event->reason()) {
+    case Qt::ActiveWindowFocusReason:
+    case Qt::MenuBarFocusReason:
+    case Qt::PopupFocusReason:
+      return;
+    default:
+      emit Left();
+  }
+}
+
+// What stands deeper is drawn further in. The path goes along as it is, since a name need not be a text.
+void FolderList::AddEntry(const std::string& path, const std::string& name, int depth) {
+  constexpr int kMostSteps = 12;
+  const QString indent(2 * std::min(depth, kMostSteps), QChar::Nbsp);
+  auto* const entry = new QListWidgetItem(indent + Shown(name), this);
+  entry->setIcon(style()->standardIcon(QStyle::SP_DirIcon));
+  entry->setData(kPathRole, QByteArray::fromStdString(path));
+  entry->setData(Qt::AccessibleTextRole, Shown(name));
+}
+
+}  // namespace tessaril

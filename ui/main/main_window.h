@@ -1,0 +1,107 @@
+#ifndef TESSARIL_UI_MAIN_MAIN_WINDOW_H_
+#define TESSARIL_UI_MAIN_MAIN_WINDOW_H_
+
+#include <QPushButton>
+#include <QWidget>
+#include <string>
+
+#include "engine/search_run.h"
+#include "ui/dialogs/replace_dialog.h"
+#include "ui/main/options_panel.h"
+#include "ui/main/program.h"
+#include "ui/main/report_view.h"
+#include "ui/main/results_panel.h"
+#include "ui/main/window_host.h"
+#include "ui/shared/session.h"
+
+namespace tessaril {
+
+/// The window in which the user sets up and runs every function. Of its two panels one is shown at a time;
+/// the three buttons at its edge lie on top of both.
+class MainWindow : public QWidget, private RunStage {
+  Q_OBJECT
+
+ public:
+  MainWindow(Session& session, Program& program, QWidget* parent = nullptr);
+
+  /// What the settings file says.
+  void SetCgiName(const QString& name);
+  QString CgiName() const;
+  void SetUpperCasePermitted(bool permitted);
+  bool UpperCasePermitted() const;
+
+  void SetShowFileCaption(const char* caption);
+  void UseMonospacedFont(bool monospaced) { Picture2.UseMonospacedFont(monospaced); }
+
+  /// Opens a folder in the folder list; false when it cannot be listed.
+  bool OpenFolder(const std::string& folder);
+
+  /// Shows the options panel again, on the current folder, with the texts as the user typed them.
+  void ToMain();
+
+  /// Whether a run is on. Then the program may be left only when RunEnded has been emitted.
+  bool IsRunning() const { return running_; }
+
+  /// Cancels the run because the program is to be left; no report is shown any more.
+  void StopRun() { host_.CancelAndLeave(); }
+
+  /// The button of the visible panel with an access key; null when there is none.
+  QPushButton* ButtonFor(const QKeySequence& access_key) const;
+
+ signals:
+  void RunEnded();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  // The steps of a run.
+  void BeginRun() override;
+  void TakeTexts(const SearchTexts& texts) override;
+  bool BeginWalk() override;
+  void EndWalk() override;
+  void ShowPage(const std::string& page) override;
+
+  void Connect();
+  void SetTabOrder();
+  void PressSearch();
+  void PressExit();
+  void SeeResults();
+  void SaveAs();
+  void Choose(Function function);
+  void ShowFile();
+  void FollowMarkedOnly();
+  void ClickFile();
+  void DoubleClickFile();
+  void PickFilter();
+  void ReturnToOptions();
+  void ShowResultsPanel();
+  void ShowToMainButton();
+  void ShowSearchButton();
+  void RestoreTexts();
+  void EndRun(const RunEnd& end);
+  void PlaceBtn();
+  RunOptions TakeOptions() const;
+  bool IsChosen(Function function) const { return Picture1.Option1->Selected() == function; }
+
+  Session& session_;
+  Program& program_;
+  OptionsPanel Picture1;
+  ResultsPanel Picture2;
+  QPushButton* cmdUdskriv;
+  QPushButton* cmdSearch;
+  QPushButton* cmdExit;
+  ReplaceDialog frmReplace;
+  ReportView view_;
+  RunState state_;
+  RunOptions options_;
+  WindowHost host_;
+  Function applied_ = Function::kEntities;  // the function that the panel is set up for
+  bool running_ = false;
+  bool folder_only_opened_ = false;  // the last press of Search did no more than that
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_UI_MAIN_MAIN_WINDOW_H_

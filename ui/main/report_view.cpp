@@ -1,0 +1,79 @@
+#include "ui/main/report_view.h"
+
+#include <algorithm>
+
+#include "engine/report_display.h"
+#include "ui/shared/message_boxes.h"
+
+namespace tessaril {
+namespace {
+
+constexpr qint64 kLeastPause = 50;  // milliseconds
+constexpr qint64 kShare = 20;       // an update takes at most about one part in so many of the time
+
+}  // namespace
+
+void ReportView::ShowReport(const std::string& report, const std::string& title) {
+  const bool too_long = report.size() > kDisplayLimit;
+  if (too_long) {
+    if (!searching_ || !asked_) {
+      asked_ = true;
+      UpdateNow();
+      if (AskYesNo(panel_.window(), PrintInsteadQuestion(), "Warning")) print_(report, "Tessaril " + title);
+    }
+    panel_.MakeReadOnly();
+  }
+  wanted_ = {{}, &report, report.size()};
+  if (!searching_) UpdateNow();
+}
+
+void ReportView::ShowActivity(std::string_view text) {
+  wanted_ = {std::string(text), nullptr, 0};
+  if (!searching_) UpdateNow();
+}
+
+void ReportView::ResetCount() {
+  count_ = 0;
+  UpdateNow();
+}
+
+void ReportView::BeginSearch() {
+  searching_ = true;
+  asked_ = false;
+  pause_ = 0;
+  since_update_.start();
+  wanted_ = {};
+  shown_ = {};
+  panel_.MakeEditable();
+}
+
+void ReportView::EndSearch() {
+  UpdateNow();
+  searching_ = false;
+}
+
+void ReportView::Update() {
+  if (since_update_.elapsed() < pause_) return;
+  since_update_.start();
+  UpdateNow();
+  pause_ = std::max(kLeastPause, kShare * since_update_.elapsed());
+}
+
+void ReportView::UpdateNow() {
+  if (count_ != count_shown_) panel_.lblCount->setText(QString::number(count_));
+  count_shown_ = count_;
+  if (wanted_ == shown_) return;
+  shown_ = wanted_;
+  if (wanted_.report == nullptr) return Fill(wanted_.line);
+  const std::string_view text = std::string_view(*wanted_.report).substr(0, wanted_.size);
+  wanted_.size > kDisplayLimit ? Fill(AbbreviatedReport(text)) : Fill(text);
+  if (!searching_) wanted_ = shown_ = {};
+}
+
+void ReportView::Fill(std::string_view text) {
+  filling_ = true;
+  panel_.UdTxt->SetBytes(text);
+  filling_ = false;
+}
+
+}  // namespace tessaril

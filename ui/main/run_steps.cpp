@@ -1,0 +1,122 @@
+// The run, as far as the main window takes part in it.
+
+#include <QApplication>
+#include <new>
+
+#include "engine/search_run.h"
+#include "ui/main/main_window.h"
+#include "ui/shared/message_boxes.h"
+#include "ui/shared/texts.h"
+
+namespace tessaril {
+
+void MainWindow::PressSearch() {
+  if (running_) return;
+  if (cmdSearch->text() == "To &Main") return ToMain();
+  if (const Function selected = Picture1.Option1->Selected(); selected != applied_) Choose(selected);
+  if (IsChosen(Function::kShowFile)) return;
+  options_ = TakeOptions();
+  host_.Reset();
+  folder_only_opened_ = false;
+  running_ = true;
+  RunEnd end;
+  try {
+    end = SearchRun(session_.files, host_, session_.entities, options_, state_);
+  } catch (const std::bad_alloc&) {
+    host_.Tell("Output text too long.\r\nAbandoning search...");
+  }
+  running_ = false;
+  if (!host_.IsLeaving()) EndRun(end);
+  emit RunEnded();
+}
+
+RunOptions MainWindow::TakeOptions() const {
+  const OptionsPanel& p = Picture1;
+  RunOptions options;
+  options.function = p.Option1->Selected();
+  options.dirList = p.dirList->OpenFolder();
+  options.filList = p.filList->Selected();
+  options.cboSearchSpec = p.cboSearchSpec->Text();
+  options.MarkedOnly = p.MarkedOnly->isChecked();
+  options.ShowEach = p.ShowEach->isChecked();
+  options.chkTags = p.chkTags->isChecked();
+  options.ULcase = p.ULcase->isChecked();
+  options.UCfilename = p.UCfilename->isChecked();
+  options.CGI = p.CGI->isChecked();
+  options.CGIname = Entered(p.CGIname->text());
+  options.SearchTekst = Entered(p.SearchTekst->text());
+  options.ReplaceText = Entered(p.ReplaceText->text());
+  return options;
+}
+
+void MainWindow::BeginRun() {
+  cmdSearch->setToolTip("Back to the main screen");
+  cmdSearch->hide();
+}
+
+void MainWindow::TakeTexts(const SearchTexts& texts) {
+  Picture1.SearchTekst->setText(QString::fromStdString(texts.search));
+  if (IsChosen(Function::kReplace)) Picture1.ReplaceText->setText(QString::fromStdString(texts.replace));
+}
+
+bool MainWindow::BeginWalk() {
+  Picture2.MakeEditable();
+  FolderList& folders = *Picture1.dirList;
+  if (folders.Highlighted() != folders.OpenFolder()) {
+    folders.OpenHighlighted();
+    ShowSearchButton();
+    folder_only_opened_ = true;
+    return false;
+  }
+  session_.LastDir = folders.OpenFolder();
+  frmReplace.SetUp(RowOf(options_.function));
+  ShowResultsPanel();
+  Picture2.UdTxt->setFocus();
+  cmdExit->setText("&Cancel");
+  cmdExit->setToolTip("Stop the search");
+  Picture1.filList->SetPattern(options_.cboSearchSpec);
+  view_.BeginSearch();
+  return true;
+}
+
+void MainWindow::EndWalk() {
+  view_.EndSearch();
+  if (host_.IsLeaving()) return;
+  if (state_.StopRequested) OpenFolder(session_.files.CurrentFolder());
+  Picture1.filList->SetFolder(Picture1.dirList->OpenFolder());
+  ShowToMainButton();
+  cmdSearch->setFocus();
+  cmdExit->setText("E&xit");
+  cmdExit->setToolTip("Terminate the programme");
+  cmdUdskriv->show();
+  if (!RowOf(options_.function).HtmlOutput) Picture1.cmdSeeResults->show();
+}
+
+// The page of external links. Where it cannot be shown as a page, its text is shown, to be saved.
+void MainWindow::ShowPage(const std::string& page) {
+  const Status written = program_.WriteTemporaryPage(page, session_.CurrentFile);
+  if (!written.ok()) {
+    host_.Tell("Not saved: " + written.reason());
+  } else if (program_.ShowInBrowser(session_.CurrentFile)) {
+    return;
+  } else {
+    host_.Tell(
+        "Can't display the results in the browser because Microsoft Internet Explorer 4+ is not "
+        "installed.\r\n"
+        "Displays HTML code to be saved as a .htm file to be opened with your normal browser.");
+    program_.NoteMissingBrowser();
+  }
+  view_.ShowReport(page, "");
+  Picture1.cmdSeeResults->show();
+}
+
+void MainWindow::EndRun(const RunEnd& end) {
+  if (end.started && !RowOf(options_.function).HtmlOutput) {
+    cmdSearch->show();
+    cmdSearch->setFocus();
+  }
+  if (folder_only_opened_ || (end.started && !RowOf(options_.function).HtmlOutput)) RestoreTexts();
+  if (const std::string failures = host_.FailureText(); !failures.empty()) host_.Tell(failures);
+}
+
+}  // namespace tessaril
