@@ -171,7 +171,8 @@ void ReplaceDialog::ChooseColour() {
   if (!palette_) palette_ = std::make_unique<SafeColourDialog>(this);
   const std::optional<QString> digits = palette_->Choose(colour_);
   if (!digits) return;
-  const RecolouredText put = PutDigits(proposal_.SearchText, proposal_.SearchSelection.start, Entered(*digits));
+  const RecolouredText put =
+      PutDigits(proposal_.SearchText, proposal_.SearchSelection.start, Entered(*digits));
   ReplaceText.SetBytes(put.text);
   ReplaceText.Select(put.selection);
   const QString old_digits = Shown(colour_[0] + colour_[1] + colour_[2]);

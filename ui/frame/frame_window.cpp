@@ -1,0 +1,204 @@
+#include "ui/frame/frame_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QScreen>
+#include <QTimer>
+
+#include "ui/shared/message_boxes.h"
+#include "ui/shared/place.h"
+
+namespace tessaril {
+namespace {
+
+constexpr QSize kLeastSize{7290, 6105};          // twips
+constexpr QSize kFirstSize{900 * 15, 640 * 15};  // twips
+constexpr char kStartsInBrowser[] = "Sho&w file - Start in Browser";
+constexpr char kStartsInEditor[] = "Sho&w file - Start in Editor";
+constexpr char kOnlyInEditor[] = "Sho&w file in Editor, only";
+
+QSize PixelSize(QSize twips) {
+  return {Pixels(twips.width()), Pixels(twips.height())};
+}
+
+}  // namespace
+
+FrameWindow::FrameWindow(Session& session, const SettingsFile& settings_file, TemporaryPage& page)
+    : session_(session), settings_file_(settings_file), page_(page) {
+  setObjectName("MDIForm1");
+  setWindowTitle("Tessaril");
+  setCentralWidget(&area_);
+  MakeMenus();
+  setMinimumSize(PixelSize(kLeastSize));
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  QRect place({}, PixelSize(kFirstSize).boundedTo(screen.size()).expandedTo(minimumSize()));
+  place.moveCenter(screen.center());
+  setGeometry(place);
+  qApp->installEventFilter(this);
+}
+
+FrameWindow::~FrameWindow() {
+  takeCentralWidget();  // a member, not for the base class to delete
+}
+
+void FrameWindow::Open(const Settings& settings) {
+  main_ = new MainWindow(session_, *this);
+  main_child_ = area_.addSubWindow(main_, Qt::SubWindow | Qt::FramelessWindowHint);
+  connect(main_, &MainWindow::RunEnded, this, [this] {
+    if (leaving_) Finish();
+  });
+  main_->SetShowFileCaption(kStartsInBrowser);
+  main_->ToMain();
+  main_->SetCgiName(QString::fromStdString(settings.CGIname));
+  if (!settings.BrowserFirst) SetFirstViewer(Viewer::kEditor);
+  if (settings.UCfilename) main_->SetUpperCasePermitted(true);
+}
+
+QAction* FrameWindow::AddItem(QMenu& menu, const char* name, const char* caption) {
+  QAction* const item = menu.addAction(caption);
+  item->setObjectName(name);
+  return item;
+}
+
+void FrameWindow::MakeMenus() {
+  QMenu* const menuMisc = menuBar()->addMenu("&Misc.");
+  menuMisc->setObjectName("menuMisc");
+  AddItem(*menuMisc, "menu0PrinterFont", "&Printer Font")->setEnabled(false);
+  menu0Monospaced = AddItem(*menuMisc, "menu0Monospaced", "&Monospaced Results Font");
+  menu0Monospaced->setCheckable(true);
+  connect(menu0Monospaced, &QAction::toggled, this, [this](bool on) { main_->UseMonospacedFont(on); });
+  menuMisc->addSeparator()->setObjectName("menuSpace0");
+  QMenu* const menuShowFile = menuMisc->addMenu("\"&Show file\" starts in");
+  menuShowFile->setObjectName("menuShowFile");
+  menuStartInBrowser = AddItem(*menuShowFile, "menuStartInBrowser", "&Browser");
+  menuStartInEditor = AddItem(*menuShowFile, "menuStartInEditor", "&Editor");
+  for (QAction* const item : {menuStartInBrowser, menuStartInEditor}) item->setCheckable(true);
+  menuStartInBrowser->setChecked(true);
+  connect(menuStartInBrowser, &QAction::triggered, this, [this] { ChooseViewer(Viewer::kBrowser); });
+  connect(menuStartInEditor, &QAction::triggered, this, [this] { ChooseViewer(Viewer::kEditor); });
+  menuMisc->addSeparator()->setObjectName("menuSpace1");
+  connect(AddItem(*menuMisc, "menuExit", "&Exit"), &QAction::triggered, this, &FrameWindow::Exit);
+  QMenu* const menu0Help = menuBar()->addMenu("&Help");
+  menu0Help->setObjectName("menu0Help");
+  QAction* const menuHelp = AddItem(*menu0Help, "menuHelp", "&Help");
+  menuHelp->setShortcut(Qt::Key_F1);
+  menuHelp->setEnabled(false);
+  AddItem(*menu0Help, "menu1About", "&About")->setEnabled(false);
+}
+
+void FrameWindow::ChooseViewer(Viewer viewer) {
+  SetFirstViewer(viewer);
+  SaveSettings();
+}
+
+Viewer FrameWindow::FirstViewer() const {
+  return menuStartInBrowser->isChecked() ? Viewer::kBrowser : Viewer::kEditor;
+}
+
+void FrameWindow::SetFirstViewer(Viewer viewer) {
+  const bool browser = viewer == Viewer::kBrowser && !browser_is_missing_;
+  menuStartInBrowser->setChecked(browser);
+  menuStartInEditor->setChecked(!browser);
+  main_->SetShowFileCaption(browser               ? kStartsInBrowser
+                            : browser_is_missing_ ? kOnlyInEditor
+                                                  : kStartsInEditor);
+}
+
+bool FrameWindow::ShowInBrowser(const std::string&) {
+  return false;  // there is no browser window yet
+}
+
+void FrameWindow::NoteMissingBrowser() {
+  browser_is_missing_ = true;
+  SetFirstViewer(Viewer::kEditor);
+  menuStartInBrowser->setEnabled(false);
+  SaveSettings();
+}
+
+void FrameWindow::ShowInEditor(const std::string&) {}  // there is no editor yet
+
+void FrameWindow::SaveSettings() {
+  Settings settings;
+  settings.LastDir = session_.LastDir;
+  settings.PrinterFontSize = session_.PrinterFontSize;
+  settings.PrinterFontName = session_.PrinterFontName;
+  settings.CGIname = main_->CgiName().toStdString();
+  settings.BrowserFirst = menuStartInBrowser->isChecked();
+  settings.UCfilename = main_->UpperCasePermitted();
+  const Status status = settings_file_.Save(settings);
+  if (status.ok() || save_failure_told_) return;
+  save_failure_told_ = true;
+  Tell(this, "Settings not saved: " + status.reason());
+}
+
+Status FrameWindow::WriteTemporaryPage(std::string_view page, std::string& path) {
+  path = page_.path();
+  return page_.Write(page);
+}
+
+void FrameWindow::Print(const std::string&, const std::string&) {
+  Tell(this, "This version of the program cannot print yet.");
+}
+
+void FrameWindow::MaximizeMain() {
+  main_child_->showMaximized();
+}
+
+void FrameWindow::ShowMainNormal(QSize size) {
+  main_child_->showNormal();
+  main_child_->setGeometry(QRect({}, size));
+}
+
+void FrameWindow::Exit() {
+  if (AskOkCancel(this, "Leave Tessaril?")) Leave();
+}
+
+void FrameWindow::Leave() {
+  if (!main_->IsRunning()) return Finish();
+  leaving_ = true;
+  main_->StopRun();
+}
+
+// The settings are saved last of all that may show a message.
+void FrameWindow::Finish() {
+  if (finished_) return;
+  finished_ = true;
+  SaveSettings();
+  page_.Delete();
+  QCoreApplication::exit(0);
+}
+
+void FrameWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  Leave();
+}
+
+// An access key that a button of the shown window has goes to that button, not to the menu of the same key.
+bool FrameWindow::eventFilter(QObject* object, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    if (ButtonBeforeMenu(static_cast<QKeyEvent&>(*event)) == nullptr) return false;
+    event->accept();
+    return true;
+  }
+  if (event->type() == QEvent::KeyPress) {
+    QPushButton* const button = ButtonBeforeMenu(static_cast<QKeyEvent&>(*event));
+    if (button == nullptr) return QMainWindow::eventFilter(object, event);
+    button->setFocus(Qt::ShortcutFocusReason);
+    button->click();
+    return true;
+  }
+  return QMainWindow::eventFilter(object, event);
+}
+
+QPushButton* FrameWindow::ButtonBeforeMenu(const QKeyEvent& event) const {
+  if (event.modifiers() != Qt::AltModifier || main_ == nullptr || !isActiveWindow()) return nullptr;
+  const QKeySequence key(event.keyCombination());
+  for (const QAction* const menu : menuBar()->actions()) {
+    if (QKeySequence::mnemonic(menu->text()) == key) return main_->ButtonFor(key);
+  }
+  return nullptr;
+}
+
+}  // namespace tessaril

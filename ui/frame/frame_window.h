@@ -1,0 +1,79 @@
+#ifndef TESSARIL_UI_FRAME_FRAME_WINDOW_H_
+#define TESSARIL_UI_FRAME_FRAME_WINDOW_H_
+
+#include <QAction>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <memory>
+
+#include "settings/settings_file.h"
+#include "settings/temporary_page.h"
+#include "ui/main/main_window.h"
+#include "ui/main/program.h"
+#include "ui/shared/session.h"
+
+namespace tessaril {
+
+/// The program's top-level window `MDIForm1`: the menus and the windows inside, of which one is shown at a
+/// time. It holds the settings that have no other place and ends the program.
+class FrameWindow : public QMainWindow, private Program {
+  Q_OBJECT
+
+ public:
+  /// Makes the frame without a window in it. All arguments must live as long.
+  FrameWindow(Session& session, const SettingsFile& settings_file, TemporaryPage& page);
+  ~FrameWindow() override;
+
+  /// Makes the main window and applies the settings that live in its controls and in the menu. The current
+  /// folder is opened in it.
+  void Open(const Settings& settings);
+
+  MainWindow& Main() { return *main_; }
+
+  /// Leaves without a question: stops a run first, writes the settings, deletes the temporary page, ends the
+  /// program.
+  void Leave() override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* object, QEvent* event) override;
+
+ private:
+  void SaveSettings() override;
+  Viewer FirstViewer() const override;
+  void SetFirstViewer(Viewer viewer) override;
+  bool ShowInBrowser(const std::string& path) override;
+  void NoteMissingBrowser() override;
+  void ShowInEditor(const std::string& path) override;
+  Status WriteTemporaryPage(std::string_view page, std::string& path) override;
+  void Print(const std::string& text, const std::string& title) override;
+  QSize FrameSize() const override { return size(); }
+  void MaximizeMain() override;
+  void ShowMainNormal(QSize size) override;
+
+  void MakeMenus();
+  QAction* AddItem(QMenu& menu, const char* name, const char* caption);
+  void ChooseViewer(Viewer viewer);
+  void Exit();
+  void Finish();
+  QPushButton* ButtonBeforeMenu(const QKeyEvent& event) const;
+
+  Session& session_;
+  const SettingsFile& settings_file_;
+  TemporaryPage& page_;
+  QMdiArea area_;
+  MainWindow* main_ = nullptr;
+  QMdiSubWindow* main_child_ = nullptr;
+  QAction* menu0Monospaced = nullptr;
+  QAction* menuStartInBrowser = nullptr;
+  QAction* menuStartInEditor = nullptr;
+  bool browser_is_missing_ = false;
+  bool save_failure_told_ = false;
+  bool leaving_ = false;  // as soon as the run has ended
+  bool finished_ = false;
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_UI_FRAME_FRAME_WINDOW_H_

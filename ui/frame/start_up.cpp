@@ -1,0 +1,47 @@
+#include "ui/frame/start_up.h"
+
+#include <iostream>
+#include <vector>
+
+#include "engine/paths.h"
+#include "engine/start_places.h"
+#include "ui/shared/message_boxes.h"
+
+namespace tessaril {
+
+StartUp::StartUp(const std::string& program_folder, const std::string& user_folder)
+    : settings_file_(program_folder, user_folder),
+      page_(settings_file_.folder()),
+      frame_(session_, settings_file_, page_) {
+  session_.ProgramFolder = program_folder;
+}
+
+bool StartUp::Run() {
+  const Settings settings = settings_file_.Load();
+  session_.LastDir = settings.LastDir;
+  session_.PrinterFontSize = settings.PrinterFontSize;
+  session_.PrinterFontName = settings.PrinterFontName;
+  EnterFirstFolder();
+  frame_.Open(settings);
+  std::vector<std::string> notices;
+  const Status status = session_.entities.Load(session_.files, session_.ProgramFolder, notices);
+  for (const std::string& notice : notices) std::cerr << "tessaril: " << notice << "\n";
+  if (!status.ok()) Tell(&frame_, status.reason());
+  return status.ok();
+}
+
+// The folder last used, or, where that is none, the one that the program was started in.
+void StartUp::EnterFirstFolder() {
+  std::string start;
+  if (!MakeAbsolute(".", start).ok() || !session_.files.EnterFolder(start).ok()) {
+    (void)session_.files.EnterFolder("/");
+  }
+  if (!session_.LastDir.starts_with(kSeparator)) return;
+  (void)session_.files.EnterFolder(AbsolutePath("/", session_.LastDir));
+}
+
+bool StartUp::OpenFolder(const std::string& folder) {
+  return frame_.Main().OpenFolder(folder);
+}
+
+}  // namespace tessaril

@@ -1,0 +1,41 @@
+#ifndef TESSARIL_UI_FRAME_START_UP_H_
+#define TESSARIL_UI_FRAME_START_UP_H_
+
+#include <memory>
+#include <string>
+
+#include "settings/settings_file.h"
+#include "settings/temporary_page.h"
+#include "ui/frame/frame_window.h"
+#include "ui/shared/session.h"
+
+namespace tessaril {
+
+/// The running program, put together in the order that its parts need one another.
+class StartUp {
+ public:
+  /// `program_folder` holds the entity data and, where it can be written, settings and temporary page; else
+  /// these live in `user_folder`. Both without a separator at their end.
+  StartUp(const std::string& program_folder, const std::string& user_folder);
+
+  /// Reads settings and entity data and makes the windows, which are not shown yet. False, when a message
+  /// has told what is missing, ends the program; nothing is saved then.
+  bool Run();
+
+  FrameWindow& Frame() { return frame_; }
+
+  /// Opens a folder named on the command line; false when it cannot be opened.
+  bool OpenFolder(const std::string& folder);
+
+ private:
+  void EnterFirstFolder();
+
+  Session session_;
+  SettingsFile settings_file_;
+  TemporaryPage page_;
+  FrameWindow frame_;
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_UI_FRAME_START_UP_H_

@@ -1,0 +1,42 @@
+#include <QApplication>
+#include <QFile>
+#include <QStandardPaths>
+#include <iostream>
+
+#include "engine/start_places.h"
+#include "ui/frame/end_signals.h"
+#include "ui/frame/start_up.h"
+
+namespace {
+
+constexpr int kExitFailure = 2;
+
+// A folder as argument is opened.
+void OpenArgument(tessaril::StartUp& start_up, const char* argument) {
+  std::string folder;
+  if (tessaril::MakeAbsolute(argument, folder).ok() && start_up.OpenFolder(folder)) return;
+  std::cerr << "tessaril: " << argument << ": cannot be opened as a folder\n";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("tessaril");
+  QApplication::setApplicationDisplayName("Tessaril");
+  QApplication::setQuitOnLastWindowClosed(false);
+  std::string program_folder;
+  if (const tessaril::Status status = tessaril::FindProgramFolder(program_folder); !status.ok()) {
+    std::cerr << "tessaril: " << status.reason() << "\n";
+    return kExitFailure;
+  }
+  const QString user_folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+  tessaril::StartUp start_up(program_folder, QFile::encodeName(user_folder).toStdString());
+  if (!start_up.Run()) return kExitFailure;
+  const auto leave = [&start_up] { start_up.Frame().Leave(); };
+  tessaril::OnEndSignal(leave);
+  QObject::connect(&application, &QGuiApplication::commitDataRequest, leave);
+  if (argc > 1) OpenArgument(start_up, argv[1]);
+  start_up.Frame().show();
+  return QApplication::exec();
+}
