@@ -127,19 +127,23 @@ struct Piece {
 // Calls `visit` with each piece between two positions, cut to them, until it returns false.
 template <class Visit>
 void VisitPieces(const QTextDocument& document, int from, int to, Visit visit) {
-  for (QTextBlock block = document.findBlock(from); block.isValid() && block.position() < to;
-       block = block.next()) {
+  QTextBlock block = document.findBlock(from);
+  for (int begin = block.position(); block.isValid() && begin < to;) {
     for (QTextBlock::iterator it = block.begin(); !it.atEnd(); ++it) {
       const QTextFragment fragment = it.fragment();
-      const int begin = std::max(fragment.position(), from);
-      const int end = std::min(fragment.position() + fragment.length(), to);
-      if (begin >= end) continue;
-      const QString text = fragment.text().mid(begin - fragment.position(), end - begin);
-      if (!visit(Piece{begin, text, MarkOf(fragment.charFormat()), false})) return;
+      const int skipped = std::max(from - begin, 0);
+      const int taken = std::min(fragment.length(), to - begin) - skipped;
+      if (taken > 0) {
+        const QString text = fragment.text().mid(skipped, taken);
+        if (!visit(Piece{begin + skipped, text, MarkOf(fragment.charFormat()), false})) return;
+      }
+      begin += fragment.length();
     }
-    const QTextBlock next = block.next();
-    if (!next.isValid() || next.position() <= from || next.position() > to) continue;
-    if (!visit(Piece{next.position() - 1, QStringLiteral("\n"), MarkOf(next.charFormat()), true})) return;
+    block = block.next();
+    const bool is_inside = block.isValid() && from <= begin && begin < to;
+    const QString line_end = QStringLiteral("\n");
+    if (is_inside && !visit(Piece{begin, line_end, MarkOf(block.charFormat()), true})) return;
+    ++begin;
   }
 }
 

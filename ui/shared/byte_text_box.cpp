@@ -17,14 +17,14 @@ const QString kExactText = QStringLiteral("application/x-tessaril-text");
 // The colours that a widget was given itself. All others are those of its parent or of the program, and
 // are to follow their changes.
 QPalette OwnColours(const QWidget& widget) {
-  const QPalette colours = widget.palette();
+  const QPalette& colours = widget.palette();
   const QPalette inherited = widget.parentWidget() ? widget.parentWidget()->palette() : QPalette();
   QPalette own;
   for (int group = 0; group < QPalette::NColorGroups; ++group) {
     for (int role = 0; role < QPalette::NColorRoles; ++role) {
       const auto in_group = static_cast<QPalette::ColorGroup>(group);
       const auto with_role = static_cast<QPalette::ColorRole>(role);
-      const QBrush brush = colours.brush(in_group, with_role);
+      const QBrush& brush = colours.brush(in_group, with_role);
       const bool is_own =
           colours.isBrushSet(in_group, with_role) && brush != inherited.brush(in_group, with_role);
       if (is_own) own.setBrush(in_group, with_role, brush);
@@ -147,9 +147,16 @@ void ByteTextBox::Type(const QString& text) {
   ensureCursorVisible();
 }
 
+void ByteTextBox::Leave(bool forwards) {
+  const bool leaves_by_tab = tabChangesFocus();
+  setTabChangesFocus(true);
+  focusNextPrevChild(forwards);
+  setTabChangesFocus(leaves_by_tab);
+}
+
 void ByteTextBox::keyPressEvent(QKeyEvent* event) {
   if (LeavesTheBox(*event)) {
-    event->setAccepted(QAbstractScrollArea::focusNextPrevChild(event->key() == Qt::Key_Tab));
+    Leave(event->key() == Qt::Key_Tab);
   } else if (IsEnter(*event) && !isReadOnly()) {
     Type(QStringLiteral("\n"));
   } else {
@@ -170,7 +177,6 @@ QMimeData* ByteTextBox::createMimeDataFromSelection() const {
 }
 
 void ByteTextBox::insertFromMimeData(const QMimeData* source) {
-  if (isReadOnly()) return;
   QStringDecoder exact(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
   const QString text = source->hasFormat(kExactText) ? exact(source->data(kExactText)) : source->text();
   if (!text.isEmpty()) Type(text);

@@ -57,6 +57,7 @@ class ByteTextBox : public QPlainTextEdit {
   void NoteChange(int position, int removed, int added);
   void ForgetMarksOfForeignText();
   void Type(const QString& text);
+  void Leave(bool forwards);
   void Reveal(const QTextCursor& selection);
   void ColourSelectionWithoutFocus();
 
