@@ -30,8 +30,13 @@ class ReplaceDialogTest : public testing::Test {
     return dialog.findChild<Widget*>(name);
   }
 
+  // Acts in the open dialog, which is to be closed then.
   ProposalAnswer Ask(const std::function<void()>& act) {
-    QTimer::singleShot(0, &dialog, act);
+    QTimer::singleShot(0, &dialog, [&] {
+      act();
+      EXPECT_TRUE(dialog.isHidden());
+      dialog.StopAsking();
+    });
     return dialog.Ask(proposal, {"12", "34", "56"});
   }
 
@@ -40,7 +45,12 @@ class ReplaceDialogTest : public testing::Test {
 
   // Opens the palette and acts in it.
   void InPalette(const std::function<void(QDialog&)>& act) {
-    QTimer::singleShot(0, &dialog, [&] { act(*Find<QDialog>("frmSafeColour")); });
+    QTimer::singleShot(0, &dialog, [&] {
+      auto* palette = Find<QDialog>("frmSafeColour");
+      act(*palette);
+      EXPECT_TRUE(palette->isHidden());
+      if (palette->isVisible()) palette->reject();
+    });
     Click("btnPalette");
   }
 
@@ -163,7 +173,10 @@ TEST_F(ReplaceDialogTest, AnswersAsItWasClosed) {
 
 TEST_F(ReplaceDialogTest, StopsWhenTheProgramEnds) {
   ProposalAnswer answer;
-  QTimer::singleShot(0, &dialog, [&] { answer = Ask([] { QCoreApplication::exit(); }); });
+  QTimer::singleShot(0, &dialog, [&] {
+    QTimer::singleShot(0, &dialog, [] { QCoreApplication::exit(); });
+    answer = dialog.Ask(proposal, {});
+  });
   QCoreApplication::exec();
   EXPECT_EQ(answer.ReplaceAnswer, kStop);
   EXPECT_TRUE(dialog.isHidden());

@@ -15,7 +15,6 @@ constexpr int kWidth = 5916;  // twips
 constexpr int kHeight = 2448;
 constexpr int kSafeSteps = 5;    // of a slider that gives web-safe components
 constexpr int kFreeSteps = 255;  // of one that gives all
-constexpr const char* kHexTip = "RGB hex value of the colour above";
 
 enum class Lettering { kPlain, kBold, kFixed };
 
@@ -25,20 +24,19 @@ struct LabelRow {
   Place place;
   Lettering lettering;
   const char* caption;
-  const char* tooltip;
 };
 
-// A caption that is too wide for its place in one line is lettered smaller.
+// A caption of one line that is too wide for its place is lettered smaller.
 void Make(const LabelRow& row) {
   Put(row.label, row.name, row.place);
   row.label.setTextFormat(Qt::PlainText);
   row.label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
   row.label.setText(row.caption);
-  row.label.setToolTip(row.tooltip);
   QFont font = row.label.font();
   font.setBold(row.lettering == Lettering::kBold);
   if (row.lettering == Lettering::kFixed) font = FixedFont();
-  row.label.setFont(FittedFont(font, row.caption, row.label.width()));
+  if (!row.label.wordWrap()) font = FittedFont(font, row.caption, row.label.width());
+  row.label.setFont(font);
 }
 
 }  // namespace
@@ -60,28 +58,23 @@ void SafeColourDialog::PutLabels() {
        "Label10",
        {72, 108, 5736, 300},
        kBold,
-       "Change colour to the 216 colours \"safe colour palette\":",
-       ""},
-      {Label13, "Label13", {72, 396, 2532, 264}, kBold, "Click colour to select:", ""},
-      {Label1, "Label1", {3024, 432, 2820, 228}, kPlain, "(Use 65536+ colours screen resolution)", ""},
-      {Label19, "Label19", {72, 792, 840, 192}, kPlain, "Other:", ""},
-      {lblR, "lblR", {1800, 1008, 948, 192}, kPlain, "R: 0% = h00", ""},
-      {lblG, "lblG", {2772, 1008, 948, 192}, kPlain, "G: 0% = h00", ""},
-      {lblB, "lblB", {3744, 1008, 948, 192}, kPlain, "B: 0% = h00", ""},
-      {lblOthCol, "lblOthCol", {72, 1008, 732, 192}, kFixed, "000000", "RGB hex value of \"Other\" colour"},
-      {Label11, "Label11", {72, 1260, 876, 228}, kPlain, "Keep", ""},
-      {lblColourOld,
-       "lblColourOld",
-       {72, 1512, 732, 192},
-       kFixed,
-       "FFFFFF",
-       "RGB hex value of the old colour"},
-      {Label12, "Label12", {72, 1728, 912, 432}, kPlain, "", ""},
-      {Label2, "Label2", {72, 2160, 912, 192}, kPlain, "HEX value:", ""},
+       "Change colour to the 216 colours \"safe colour palette\":"},
+      {Label13, "Label13", {72, 396, 2532, 264}, kBold, "Click colour to select:"},
+      {Label1, "Label1", {3024, 432, 2820, 228}, kPlain, "(Use 65536+ colours screen resolution)"},
+      {Label19, "Label19", {72, 792, 840, 192}, kPlain, "Other:"},
+      {lblR, "lblR", {1800, 1008, 948, 192}, kPlain, "R: 0% = h00"},
+      {lblG, "lblG", {2772, 1008, 948, 192}, kPlain, "G: 0% = h00"},
+      {lblB, "lblB", {3744, 1008, 948, 192}, kPlain, "B: 0% = h00"},
+      {lblOthCol, "lblOthCol", {72, 1008, 732, 192}, kFixed, "000000"},
+      {Label11, "Label11", {72, 1260, 876, 228}, kPlain, "Keep"},
+      {lblColourOld, "lblColourOld", {72, 1512, 732, 192}, kFixed, "FFFFFF"},
+      {Label12, "Label12", {72, 1728, 912, 432}, kPlain, "Safe      colour:"},
+      {Label2, "Label2", {72, 2160, 912, 192}, kPlain, "HEX value:"},
   };
-  for (const LabelRow& row : rows) Make(row);
   Label12.setWordWrap(true);
-  Label12.setText("Safe      colour:");
+  for (const LabelRow& row : rows) Make(row);
+  lblOthCol.setToolTip("RGB hex value of \"Other\" colour");
+  lblColourOld.setToolTip("RGB hex value of the old colour");
   QFont font = lblR.font();
   for (const char* widest : {"G: 0% = h00", "G: 100% hDD"}) font = FittedFont(font, widest, lblG.width());
   for (QLabel* label : {&lblR, &lblG, &lblB}) label->setFont(font);
@@ -114,31 +107,32 @@ void SafeColourDialog::PutSliders() {
 void SafeColourDialog::PutFields() {
   Put(LblOther, "LblOther", {1044, 756, 600, 480});
   LblOther.setToolTip("Click colour field to select its colour. To adjust colour, use the sliders.");
-  MakeField(LblOther, lblOthCol);
+  ChooseByClick(LblOther, lblOthCol);
   Fill(LblOther, "Other colour ", {}, lblOthCol, "000000");
   Put(lblOldCol, "lblOldCol", {1044, 1224, 4800, 480});
   lblOldCol.setToolTip("Click colour field to select the old colour");
-  MakeField(lblOldCol, lblColourOld);
-  for (std::size_t i = 0; i < kNeighbours; ++i) {
-    const int left = 1044 + 600 * static_cast<int>(i);
-    const std::string index = "_" + std::to_string(i);
-    lblSafeCol[i].setParent(this);
-    Put(lblSafeCol[i], ("lblSafeCol" + index).c_str(), {left, 1692, 600, 480});
-    lblSafeCol[i].setToolTip("Click colour field to select its colour");
-    MakeField(lblSafeCol[i], lblColourHex[i]);
-    lblColourHex[i].setParent(this);
-    Make({lblColourHex[i],
-          ("lblColourHex" + index).c_str(),
-          {left, 2196, 600, 228},
-          Lettering::kFixed,
-          "FFFFFF",
-          kHexTip});
-    lblColourHex[i].setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-  }
+  ChooseByClick(lblOldCol, lblColourOld);
+  for (std::size_t i = 0; i < kNeighbours; ++i) PutNeighbour(i);
+}
+
+void SafeColourDialog::PutNeighbour(std::size_t i) {
+  ColourField& field = lblSafeCol[i];
+  QLabel& digits = lblColourHex[i];
+  const int left = 1044 + 600 * static_cast<int>(i);
+  const std::string index = "_" + std::to_string(i);
+  field.setParent(this);
+  Put(field, ("lblSafeCol" + index).c_str(), {left, 1692, 600, 480});
+  field.setToolTip("Click colour field to select its colour");
+  ChooseByClick(field, digits);
+  digits.setParent(this);
+  const std::string name = "lblColourHex" + index;
+  Make({digits, name.c_str(), {left, 2196, 600, 228}, Lettering::kFixed, "FFFFFF"});
+  digits.setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+  digits.setToolTip("RGB hex value of the colour above");
 }
 
 // A click on `field` chooses what its label says.
-void SafeColourDialog::MakeField(ColourField& field, const QLabel& digits) {
+void SafeColourDialog::ChooseByClick(ColourField& field, const QLabel& digits) {
   connect(&field, &ColourField::clicked, this, [this, &digits] {
     setProperty("Tag", digits.text());
     accept();

@@ -40,7 +40,8 @@ class SafeColourDialog : public KeptDialog {
   void PutLabels();
   void PutFields();
   void PutSliders();
-  void MakeField(ColourField& field, const QLabel& digits);
+  void PutNeighbour(std::size_t i);
+  void ChooseByClick(ColourField& field, const QLabel& digits);
   void Fill(ColourField& field, const char* what, const Colour& colour, QLabel& digits, const QString& text);
   void SwitchMode(bool safe);
   void ColourUpdate();
