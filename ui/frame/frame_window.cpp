@@ -50,7 +50,7 @@ void FrameWindow::Open(const Settings& settings) {
     if (leaving_) Finish();
   });
   main_->SetShowFileCaption(kStartsInBrowser);
-  main_->ToMain();
+  main_->ReturnToOptions();
   main_->SetCgiName(QString::fromStdString(settings.CGIname));
   if (!settings.BrowserFirst) SetFirstViewer(Viewer::kEditor);
   if (settings.UCfilename) main_->SetUpperCasePermitted(true);

@@ -36,7 +36,10 @@ class MainWindow : public QWidget, private RunStage {
   /// Opens a folder in the folder list; false when it cannot be listed.
   bool OpenFolder(const std::string& folder);
 
-  /// Shows the options panel again, on the current folder, with the texts as the user typed them.
+  /// Shows the options panel, on the current folder.
+  void ReturnToOptions();
+
+  /// The same on the way back from results, browser or editor: with the texts as the user typed them.
   void ToMain();
 
   /// Whether a run is on. Then the program may be left only when RunEnded has been emitted.
@@ -75,7 +78,6 @@ class MainWindow : public QWidget, private RunStage {
   void ClickFile();
   void DoubleClickFile();
   void PickFilter();
-  void ReturnToOptions();
   void ShowResultsPanel();
   void ShowToMainButton();
   void ShowSearchButton();

@@ -1,6 +1,18 @@
 #include "ui/shared/controls.h"
 
 namespace tessaril {
+namespace {
+
+// Takes a click anywhere in its place, not on its caption only.
+class CheckBox : public QCheckBox {
+ public:
+  using QCheckBox::QCheckBox;
+
+ protected:
+  bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+};
+
+}  // namespace
 
 QLabel* MakeLabel(QWidget* parent, const char* name, const Place& place, const char* text) {
   auto* const label = new QLabel(text, parent);
@@ -11,7 +23,7 @@ QLabel* MakeLabel(QWidget* parent, const char* name, const Place& place, const c
 
 QCheckBox* MakeCheckBox(QWidget* parent, const char* name, const Place& place, const char* caption,
                         const char* tooltip) {
-  auto* const box = new QCheckBox(caption, parent);
+  auto* const box = new CheckBox(caption, parent);
   box->setToolTip(tooltip);
   Put(*box, name, place);
   return box;

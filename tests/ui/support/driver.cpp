@@ -1,0 +1,118 @@
+#include "tests/ui/support/driver.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QtTest>
+#include <filesystem>
+
+#include "ui/shared/byte_text_box.h"
+
+namespace tessaril {
+
+Driver::Driver(const std::string& folder, const std::string& settings) {
+  for (const char* const name : {"alphatg1.dat", "alphatg2.dat"}) {
+    std::filesystem::copy_file(std::string(ENTITY_DATA) + "/" + name, program / name);
+  }
+  if (!settings.empty()) program.Write("TSL32.ini", settings);
+  QObject::connect(&poll_, &QTimer::timeout, [this] { LookForDialog(); });
+  poll_.start(1);
+  start_up = std::make_unique<StartUp>(program.path(), program / "user");
+  if (!start_up->Run()) throw std::runtime_error("start-up");
+  if (!folder.empty()) start_up->OpenFolder(folder);
+  start_up->Frame().show();
+  Activate();
+}
+
+// A loop of its own takes up the wish to leave that the windows may have uttered.
+Driver::~Driver() {
+  poll_.stop();
+  start_up.reset();
+  QTimer::singleShot(0, qApp, [] { QCoreApplication::quit(); });
+  QCoreApplication::exec();
+}
+
+void Driver::Activate() {
+  start_up->Frame().activateWindow();
+  if (!QTest::qWaitForWindowActive(&start_up->Frame())) throw std::runtime_error("not active");
+}
+
+void Driver::Press(const char* name) {
+  QTest::mouseClick(Find(name), Qt::LeftButton);
+  if (start_up->Frame().isVisible()) Activate();
+}
+
+void Driver::Choose(int function) {
+  QTest::mousePress(Find(("Option1_" + std::to_string(function)).c_str()), Qt::LeftButton);
+  Activate();  // a closed box may have left no window active
+}
+
+void Driver::ClickItem(const char* list, const QString& text, bool twice) {
+  auto* const box = Find<QListWidget>(list);
+  for (int i = 0; i < box->count(); ++i) {
+    if (box->item(i)->text().trimmed() != text) continue;
+    const QPoint place = box->visualItemRect(box->item(i)).center();
+    QTest::mouseClick(box->viewport(), Qt::LeftButton, {}, place);
+    if (twice) QTest::mouseDClick(box->viewport(), Qt::LeftButton, {}, place);
+    Activate();
+    return;
+  }
+  throw std::runtime_error("no entry " + text.toStdString());
+}
+
+void Driver::Type(const char* name, const QString& text) {
+  Press(name);
+  auto* const field = Find<QLineEdit>(name);
+  field->selectAll();
+  QTest::keyClick(field, Qt::Key_Delete);
+  for (const QChar c : text) {
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_unknown, {}, QString(c));
+    QApplication::sendEvent(field, &key);
+  }
+}
+
+std::string Driver::Report() {
+  return Find<ByteTextBox>("UdTxt")->Bytes();
+}
+
+void Driver::LookForDialog() {
+  QWidget* const dialog = QApplication::activeModalWidget();
+  if (dialog == nullptr || dialog == answering_) return;
+  answering_ = dialog;
+  if (on_dialog) on_dialog(*dialog);
+  if (dialog->isVisible()) Answer(*dialog);
+  answering_ = nullptr;
+}
+
+void Driver::Answer(QWidget& dialog) {
+  std::string answer;
+  if (!answers.empty()) {
+    answer = answers.front();
+    answers.pop_front();
+  }
+  auto* const box = qobject_cast<QMessageBox*>(&dialog);
+  QAbstractButton* button = nullptr;
+  if (box != nullptr) {
+    said.push_back(box->text().toStdString());
+    if (answer.empty())
+      answer = box->button(QMessageBox::Cancel) ? "cancel" : box->button(QMessageBox::No) ? "no" : "ok";
+    button = box->button(answer == "ok"       ? QMessageBox::Ok
+                         : answer == "cancel" ? QMessageBox::Cancel
+                         : answer == "yes"    ? QMessageBox::Yes
+                                              : QMessageBox::No);
+  } else if (dialog.objectName() == "frmReplace") {
+    if (answer.empty()) answer = "keep";
+    button = dialog.findChild<QAbstractButton*>(answer == "keep"      ? "btnKeep"
+                                                : answer == "replace" ? "btnReplace"
+                                                                      : "btnStop");
+    said.push_back(dialog.findChild<ByteTextBox*>("SearchText")->Bytes() + "|" +
+                   dialog.findChild<ByteTextBox*>("ReplaceText")->Bytes());
+  }
+  if (button == nullptr || !button->isVisible()) throw std::runtime_error("no button for " + answer);
+  answered.push_back(answer);
+  QTest::mouseClick(button, Qt::LeftButton);
+}
+
+}  // namespace tessaril

@@ -1,0 +1,270 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QtTest>
+#include <filesystem>
+
+#include "tests/support/program.h"
+#include "tests/ui/support/driver.h"
+#include "ui/shared/byte_text_box.h"
+
+namespace tessaril {
+namespace {
+
+namespace fs = std::filesystem;
+
+void CopySite(const std::string& to) {
+  fs::remove_all(to);
+  fs::copy(EXAMPLE_SITE, to, fs::copy_options::recursive);
+}
+
+// Every file of a folder and its content.
+std::vector<std::string> Everything(const ScratchFolder& scratch, const std::string& folder) {
+  std::vector<std::string> files;
+  for (const auto& entry : fs::recursive_directory_iterator(scratch / folder)) {
+    if (!entry.is_regular_file()) continue;
+    const std::string name = fs::relative(entry.path(), scratch.path()).string();
+    files.push_back(name + "\n" + scratch.Read(name));
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::string Lines(const std::vector<std::string>& answers) {
+  std::string text;
+  for (const std::string& answer : answers) text += answer + "\n";
+  return text;
+}
+
+TEST(WindowRun, DoesWhatTslDoes) {
+  const struct {
+    int function;
+    Words command;
+    const char* answer;
+  } rows[] = {
+      {0, {"links"}, "keep"},
+      {0, {"links"}, "replace"},
+      {1, {"entities"}, "replace"},
+      {2, {"external"}, ""},
+      {3, {"search", "opening hours"}, "keep"},
+      {4, {"replace", "opening hours", "times of day"}, "replace"},
+      {4, {"replace", "\xC3\xB8", "\xC4\x8D"}, "replace"},
+      {6, {"colours"}, "replace"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.command[0]);
+    ScratchFolder scratch;
+    CopySite(scratch / "site");
+    Driver driver(scratch / "site");
+    driver.Choose(row.function);
+    if (row.command.size() > 1) driver.Type("SearchTekst", QString::fromStdString(row.command[1]));
+    if (row.command.size() > 2) driver.Type("ReplaceText", QString::fromStdString(row.command[2]));
+    if (*row.answer != '\0') driver.answers.assign(1000, row.answer);
+    driver.on_dialog = [&driver](QWidget& dialog) {
+      if (dialog.objectName() != "frmReplace") driver.answers.push_front("ok");
+    };
+    driver.Press("cmdSearch");
+    driver.answers.clear();
+    const std::string report = driver.Report();
+    const std::vector<std::string> files = Everything(scratch, "site");
+
+    CopySite(scratch / "site");
+    Words words = row.command;
+    words.insert(words.end(), {scratch / "site", "--report", scratch / "report"});
+    if (row.function != 2) {
+      scratch.Write("answers", Lines(driver.answered));
+      words.insert(words.end(), {"--answers", scratch / "answers"});
+    }
+    const ProgramEnd end = RunTsl(words);
+    EXPECT_LT(end.status, 2) << end.err;
+    EXPECT_EQ(report, scratch.Read("report"));
+    EXPECT_EQ(files, Everything(scratch, "site"));
+    if (row.function == 2) {
+      EXPECT_EQ(driver.program.Read("~TSLtemp.htm"), report);
+    }
+  }
+}
+
+// Pages of which each holds one hit, `bytes` long.
+void WritePages(const ScratchFolder& scratch, int count, std::size_t bytes) {
+  for (int i = 0; i < count; ++i) {
+    scratch.Write("site/" + std::to_string(100 + i) + ".htm", "hit " + std::string(bytes, 'x'));
+  }
+}
+
+TEST(WindowRun, EndsBetweenFilesWhenCancelIsPressed) {
+  ScratchFolder scratch;
+  WritePages(scratch, 3, 1);
+  Driver driver(scratch / "site");
+  driver.Choose(3);
+  driver.Type("SearchTekst", "hit");
+  driver.on_dialog = [&driver](QWidget&) {
+    EXPECT_EQ(driver.Caption("cmdExit"), "&Cancel");
+    EXPECT_EQ(driver.Find("cmdExit")->toolTip(), "Stop the search");
+    EXPECT_FALSE(driver.IsShown("cmdSearch") || driver.IsShown("cmdUdskriv"));
+    EXPECT_EQ(driver.Caption("lblCount"), "1");
+    QTimer::singleShot(0, [&driver] {
+      driver.Press("cmdExit");
+      driver.Press("cmdExit");
+    });
+  };
+  driver.Press("cmdSearch");
+  ASSERT_EQ(driver.answered.size(), 1u);
+  EXPECT_NE(driver.Report().find("   *** Stopped ***\r\nin file " + scratch / "site/101.htm"),
+            std::string::npos)
+      << driver.Report();
+  EXPECT_EQ(driver.Caption("cmdExit"), "E&xit");
+  EXPECT_EQ(driver.Caption("cmdSearch"), "To &Main");
+  EXPECT_TRUE(driver.Find("cmdSearch")->hasFocus());
+  driver.on_dialog = {};
+  driver.Press("cmdSearch");
+  EXPECT_EQ(driver.Caption("lblCount"), "0");
+  driver.answers = {"stop"};
+  driver.Press("cmdSearch");
+  EXPECT_NE(driver.Report().find("in file " + scratch / "site/100.htm"), std::string::npos);
+  EXPECT_TRUE(driver.IsShown("cmdSeeResults") || driver.IsShown("Picture2"));
+  driver.Press("cmdSearch");
+  const std::string report = driver.Report();
+  driver.Press("cmdSeeResults");
+  EXPECT_TRUE(driver.IsShown("Picture2"));
+  EXPECT_EQ(driver.Caption("cmdSearch"), "To &Main");
+  EXPECT_EQ(driver.Report(), report);
+}
+
+TEST(WindowRun, LeavesInTheMiddleWithoutAReport) {
+  ScratchFolder scratch;
+  WritePages(scratch, 3, 1);
+  Driver driver(scratch / "site");
+  driver.Choose(4);
+  driver.Type("SearchTekst", "hit");
+  driver.Type("ReplaceText", "new");
+  int dialogs = 0;
+  driver.on_dialog = [&](QWidget&) {
+    if (++dialogs == 2) driver.start_up->Frame().close();
+  };
+  driver.answers = {"replace"};
+  driver.Press("cmdSearch");
+  EXPECT_EQ(dialogs, 2);
+  EXPECT_EQ(scratch.Read("site/100.htm"), "new x");
+  EXPECT_EQ(scratch.Read("site/101.htm"), "hit x");
+  EXPECT_EQ(driver.Report().find("Stopped"), std::string::npos);
+  EXPECT_NE(driver.program.Read("TSL32.ini").find("LastDir = " + scratch / "site\r\n"), std::string::npos);
+}
+
+TEST(WindowRun, ShortensALongReport) {
+  const struct {
+    std::size_t bytes;  // of the report
+    const char* answer;
+    std::size_t messages;
+  } rows[] = {{54000, "", 0}, {54001, "no", 1}, {54001, "yes", 2}};
+  ScratchFolder scratch;
+  scratch.Write("a.htm", "");
+  Driver driver(scratch.path());
+  driver.Choose(3);
+  driver.Press("ShowEach");
+  driver.Type("SearchTekst", "hit");
+  const auto report_of = [&](std::size_t hits, std::size_t tail) {
+    std::string page;
+    for (std::size_t i = 0; i < hits; ++i) page += std::string(150, '-') + "hit";
+    scratch.Write("a.htm", page + std::string(tail, '-'));
+    driver.said.clear();
+    driver.Press("cmdSearch");
+    driver.Press("cmdSearch");
+    return driver.Report().size();
+  };
+  const std::size_t one = report_of(1, 0);
+  const std::size_t step = report_of(3, 0) - report_of(2, 0);
+  for (const auto& row : rows) {
+    if (*row.answer != '\0') driver.answers = {row.answer};
+    const std::size_t shown = report_of(1 + (row.bytes - one) / step, (row.bytes - one) % step);
+    EXPECT_EQ(driver.said.size(), row.messages);
+    const auto* const box = driver.Find<ByteTextBox>("UdTxt");
+    EXPECT_EQ(box->isReadOnly(), row.messages > 0);
+    if (row.messages == 0) {
+      EXPECT_EQ(shown, row.bytes);
+      EXPECT_EQ(box->palette().color(QPalette::Base), QColor(192, 255, 255));
+      continue;
+    }
+    EXPECT_TRUE(
+        driver.said[0].starts_with("Output text too long to display in window!\nOnly the first approx. "));
+    EXPECT_TRUE(
+        driver.Report().ends_with("\r\r\n\r\n" + std::string(50, '=') + "\r\n*** Report Abbreviated ***"));
+    EXPECT_EQ(box->palette().color(QPalette::Base), QColor(255, 255, 192));
+    QTest::keyClicks(driver.Find("UdTxt"), "x");
+    EXPECT_EQ(driver.Report().size(), shown);
+  }
+}
+
+TEST(WindowRun, SavesWhatTheBoxHolds) {
+  ScratchFolder scratch;
+  scratch.Write("site/a.htm", "\xE9 hit\r\n\xC3\xA9 line");
+  scratch.Write("old.txt", "old");
+  Driver driver(scratch / "site");
+  driver.Choose(3);
+  driver.Type("SearchTekst", "hit");
+  driver.Press("cmdSearch");
+  auto* const box = driver.Find<ByteTextBox>("UdTxt");
+  QTest::keyClicks(box, "My ");
+  const std::string edited = driver.Report();
+  EXPECT_TRUE(edited.starts_with("My In \""));
+  EXPECT_NE(edited.find("\xE9 hit\r\n\xC3\xA9 line"), std::string::npos);
+  for (const char* const name : {"new.txt", "old.txt", "missing/new.txt"}) {
+    driver.said.clear();
+    driver.on_dialog = [&](QWidget& dialog) {
+      auto* const save = qobject_cast<QFileDialog*>(&dialog);
+      if (save == nullptr) return;
+      EXPECT_EQ(save->nameFilters().first(), "*.txt");
+      save->setOption(QFileDialog::DontConfirmOverwrite);
+      save->findChild<QLineEdit*>()->setText(QString::fromStdString(scratch / name));
+      QTest::keyClick(save->findChild<QLineEdit*>(), Qt::Key_Return);
+    };
+    driver.Press("cmdSaveAs");
+  }
+  EXPECT_EQ(scratch.Read("new.txt"), edited);
+  EXPECT_EQ(scratch.Read("old.txt"), edited);
+  EXPECT_EQ(driver.said, std::vector<std::string>{"Not saved: No such file or directory"});
+}
+
+TEST(WindowRun, TellsOnceWhatCouldNotBeWritten) {
+  ScratchFolder scratch;
+  Driver driver(scratch / "site");
+  for (int i = 0; i < 12; ++i) {
+    fs::create_directories(scratch / "site");
+    fs::create_symlink("nowhere", scratch / "site/" + std::to_string(100 + i) + ".htm");
+  }
+  driver.start_up->OpenFolder(scratch / "site");
+  driver.Choose(3);
+  driver.Press("cmdSearch");
+  if (driver.said.empty()) return;
+  EXPECT_EQ(driver.said.size(), 1u);
+  EXPECT_NE(driver.said[0].find("and 2 more"), std::string::npos) << driver.said[0];
+}
+
+TEST(StartUp, ReadsTheSettingsInTheirOrder) {
+  ScratchFolder site;
+  site.Write("sub/a.htm", "");
+  const std::string settings = "[LastDir]\r\n   LastDir = " + site / "sub" +
+                               "\r\n[Font]\r\n   Size = 8.25\r\n   Name = Times\r\n[CGI]\r\n   CGI =  x \r\n"
+                               "[BrowserFirst]\r\n   BrowserFirst = 0\r\n[UPPERcaseFilenames]\r\n"
+                               "   UPPERcaseFilenames = -1\r\n\r\n";
+  Driver driver("", settings);
+  EXPECT_EQ(driver.Find<QListWidget>("filList")->count(), 1);
+  EXPECT_EQ(driver.Caption("CGI"), "Don't check links with \"x\"");
+  EXPECT_EQ(driver.Caption("Option1_5"), "Sho&w file - Start in Editor");
+  EXPECT_TRUE(driver.Find<QCheckBox>("UCfilename")->isChecked());
+  driver.answers = {"cancel", "ok"};
+  driver.Press("cmdExit");
+  EXPECT_EQ(driver.said.back(), "Leave Tessaril?");
+  EXPECT_EQ(driver.program.Read("TSL32.ini"), settings);
+  driver.Press("cmdExit");
+  const std::string saved = driver.program.Read("TSL32.ini");
+  EXPECT_TRUE(
+      saved.starts_with("[LastDir]\r\n   LastDir = " + site / "sub" + "/\r\n[Font]\r\n   Size = 8.25\r\n"));
+  EXPECT_TRUE(saved.ends_with("   CGI = x\r\n" + settings.substr(settings.find("[BrowserFirst]"))));
+}
+
+}  // namespace
+}  // namespace tessaril
