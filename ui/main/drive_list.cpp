@@ -51,8 +51,11 @@ std::vector<std::string> MountedDrives() {
 
 DriveList::DriveList(QWidget* parent) : QComboBox(parent) {
   Fill();
-  connect(this, &QComboBox::activated, this,
-          [this](int index) { emit Picked(itemData(index).toByteArray().toStdString()); });
+  connect(this, &QComboBox::activated, this, [this](int index) {
+    if (index == shown_) return;
+    shown_ = index;
+    emit Picked(itemData(index).toByteArray().toStdString());
+  });
 }
 
 void DriveList::ShowDriveOf(const std::string& folder) {
@@ -66,6 +69,7 @@ void DriveList::ShowDriveOf(const std::string& folder) {
       longest = path.size();
     }
   }
+  shown_ = best;
   setCurrentIndex(best);
 }
 

@@ -28,6 +28,7 @@ class DriveList : public QComboBox {
   void Fill();
 
   std::string folder_;
+  int shown_ = 0;
 };
 
 }  // namespace tessaril

@@ -203,7 +203,8 @@ void MainWindow::SeeResults() {
 
 void MainWindow::SaveAs() {
   const std::string text = Picture2.UdTxt->Bytes();
-  QFileDialog dialog(this, "Save As", Shown(session_.files.CurrentFolder()));
+  const QString folder = QFile::decodeName(session_.files.CurrentFolder().c_str());
+  QFileDialog dialog(this, "Save As", folder);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setNameFilters({text.starts_with("<HTML>") ? "*.htm" : "*.txt", "*"});
   if (dialog.exec() != QDialog::Accepted) return;

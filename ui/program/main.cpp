@@ -23,7 +23,6 @@ void OpenArgument(tessaril::StartUp& start_up, const char* argument) {
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("tessaril");
-  QApplication::setApplicationDisplayName("Tessaril");
   QApplication::setQuitOnLastWindowClosed(false);
   std::string program_folder;
   if (const tessaril::Status status = tessaril::FindProgramFolder(program_folder); !status.ok()) {
