@@ -3,12 +3,14 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMdiSubWindow>
+#include <QListWidget>
+#include <QMessageBox>
 #include <QtTest>
 #include <filesystem>
 
 #include "tests/support/program.h"
 #include "tests/ui/support/driver.h"
+#include "ui/main/folder_list.h"
 #include "ui/shared/byte_text_box.h"
 
 namespace tessaril {
@@ -264,6 +266,31 @@ TEST(StartUp, ReadsTheSettingsInTheirOrder) {
   EXPECT_TRUE(
       saved.starts_with("[LastDir]\r\n   LastDir = " + site / "sub" + "/\r\n[Font]\r\n   Size = 8.25\r\n"));
   EXPECT_TRUE(saved.ends_with("   CGI = x\r\n" + settings.substr(settings.find("[BrowserFirst]"))));
+}
+
+TEST(StartUp, TakesTheCurrentFolderForOneThatIsNone) {
+  Driver driver("");
+  EXPECT_EQ(driver.Find<FolderList>("dirList")->OpenFolder(), fs::current_path());
+  const std::string start = "[LastDir]\r\n   LastDir = ";
+  const std::string settings = driver.program.Read("TSL32.ini");
+  ASSERT_TRUE(settings.starts_with(start + "c:\\\r\n")) << settings;
+  driver.answers = {"ok"};
+  driver.Press("cmdExit");
+  EXPECT_EQ(driver.program.Read("TSL32.ini"),
+            start + fs::current_path().string() + "/" + settings.substr(start.size() + 3));
+}
+
+TEST(StartUp, EndsWithoutEntityData) {
+  ScratchFolder scratch;
+  StartUp start_up(scratch.path(), scratch / "user");
+  QString told;
+  QTimer::singleShot(0, [&told] {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    told = box->text();
+    box->accept();
+  });
+  EXPECT_FALSE(start_up.Run());
+  EXPECT_EQ(told.toStdString(), "No such file or directory\nCan't find file " + scratch / "alphatg1.dat");
 }
 
 }  // namespace

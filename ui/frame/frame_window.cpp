@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QScreen>
-#include <QTimer>
+#include <QShortcut>
 
 #include "ui/shared/message_boxes.h"
 #include "ui/shared/place.h"
@@ -86,6 +86,8 @@ void FrameWindow::MakeMenus() {
   menuHelp->setShortcut(Qt::Key_F1);
   menuHelp->setEnabled(false);
   AddItem(*menu0Help, "menu1About", "&About")->setEnabled(false);
+  connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
+          [this, menuMisc] { menuBar()->setActiveAction(menuMisc->menuAction()); });
 }
 
 void FrameWindow::ChooseViewer(Viewer viewer) {

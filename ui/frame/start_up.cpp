@@ -30,18 +30,19 @@ bool StartUp::Run() {
   return status.ok();
 }
 
-// The folder last used, or, where that is none, the one that the program was started in.
+// The folder last used; where that is none, the one that the program was started in takes its place.
 void StartUp::EnterFirstFolder() {
   std::string start;
   if (!MakeAbsolute(".", start).ok() || !session_.files.EnterFolder(start).ok()) {
     (void)session_.files.EnterFolder("/");
   }
-  if (!session_.LastDir.starts_with(kSeparator)) return;
-  (void)session_.files.EnterFolder(AbsolutePath("/", session_.LastDir));
+  const bool is_path = session_.LastDir.starts_with(kSeparator);
+  if (is_path && session_.files.EnterFolder(AbsolutePath("/", session_.LastDir)).ok()) return;
+  session_.LastDir = JoinPath(session_.files.CurrentFolder(), "");
 }
 
 bool StartUp::OpenFolder(const std::string& folder) {
-  return frame_.Main().OpenFolder(folder);
+  return frame_.Main().OpenFolder(folder) && session_.files.EnterFolder(folder).ok();
 }
 
 }  // namespace tessaril
