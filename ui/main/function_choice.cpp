@@ -1,5 +1,7 @@
 #include "ui/main/function_choice.h"
 
+#include <initializer_list>
+
 namespace tessaril {
 namespace {
 
@@ -29,23 +31,18 @@ constexpr Row kRows[] = {
     {false, false, false, false, nullptr, true, kDoubleClick},
 };
 
+void Show(bool shown, std::initializer_list<QWidget*> controls) {
+  for (QWidget* const control : controls) control->setVisible(shown);
+}
+
 }  // namespace
 
 void ApplyFunction(Function function, OptionsPanel& panel) {
   const Row& row = kRows[static_cast<int>(function)];
-  for (QWidget* const control :
-       {static_cast<QWidget*>(panel.CGI), static_cast<QWidget*>(panel.CGIlabel),
-        static_cast<QWidget*>(panel.CGIname), static_cast<QWidget*>(panel.UCfilename)}) {
-    control->setVisible(row.links);
-  }
-  for (QWidget* const control :
-       {static_cast<QWidget*>(panel.chkTags), static_cast<QWidget*>(panel.SearchTekst),
-        static_cast<QWidget*>(panel.ULcase)}) {
-    control->setVisible(row.text);
-  }
-  panel.ReplaceText->setVisible(row.replace);
-  panel.ReplaceLabel->setVisible(row.replace);
-  panel.ShowEach->setVisible(row.ShowEach);
+  Show(row.links, {panel.CGI, panel.CGIlabel, panel.CGIname, panel.UCfilename});
+  Show(row.text, {panel.chkTags, panel.SearchTekst, panel.ULcase});
+  Show(row.replace, {panel.ReplaceText, panel.ReplaceLabel});
+  Show(row.ShowEach, {panel.ShowEach});
   if (row.ShowEachCaption != nullptr) panel.ShowEach->setText(row.ShowEachCaption);
   panel.MarkedOnly->setVisible(row.MarkedOnly);
   panel.filList->setToolTip(row.filListToolTip);
