@@ -3,6 +3,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <algorithm>
 #include <vector>
 
@@ -14,13 +15,38 @@
 namespace tessaril {
 namespace {
 
-constexpr int kPathRole = Qt::UserRole;  // bytes
+constexpr int kPathRole = Qt::UserRole;       // bytes
+constexpr int kDepthRole = Qt::UserRole + 1;  // folders above
+
+// Draws what stands deeper further in.
+class IndentingDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QStyleOptionViewItem indented = option;
+    indented.rect.setLeft(option.rect.left() + Indent(index));
+    QStyledItemDelegate::paint(painter, indented, index);
+  }
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return QStyledItemDelegate::sizeHint(option, index) + QSize(Indent(index), 0);
+  }
+
+ private:
+  static int Indent(const QModelIndex& index) {
+    constexpr int kStep = 105;  // twips
+    constexpr int kMostSteps = 12;
+    return Pixels(kStep * std::min(index.data(kDepthRole).toInt(), kMostSteps));
+  }
+};
 
 }  // namespace
 
 FolderList::FolderList(Files& files, QWidget* parent) : QListWidget(parent), files_(files) {
   const int icon = Pixels(210);
   setIconSize({icon, icon});
+  setItemDelegate(new IndentingDelegate(this));
   setHorizontalScrollMode(ScrollPerPixel);
   connect(this, &QListWidget::itemClicked, this, &FolderList::OpenHighlighted);
 }
@@ -74,14 +100,11 @@ void FolderList::focusOutEvent(QFocusEvent* event) {
   }
 }
 
-// What stands deeper is drawn further in. The path goes along as it is, since a name need not be a text.
+// The path goes along as it is, since a name need not be a text.
 void FolderList::AddEntry(const std::string& path, const std::string& name, int depth) {
-  constexpr int kMostSteps = 12;
-  const QString indent(2 * std::min(depth, kMostSteps), QChar::Nbsp);
-  auto* const entry = new QListWidgetItem(indent + Shown(name), this);
-  entry->setIcon(style()->standardIcon(QStyle::SP_DirIcon));
+  auto* const entry = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirIcon), Shown(name), this);
   entry->setData(kPathRole, QByteArray::fromStdString(path));
-  entry->setData(Qt::AccessibleTextRole, Shown(name));
+  entry->setData(kDepthRole, depth);
 }
 
 }  // namespace tessaril
