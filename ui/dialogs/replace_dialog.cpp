@@ -1,6 +1,5 @@
 #include "ui/dialogs/replace_dialog.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <algorithm>
 #include <array>
@@ -19,25 +18,14 @@ constexpr int kButtonTop = 4032;
 constexpr int kHeightWithoutField = 2858;
 constexpr int kButtonTopWithoutField = 2124;
 
-// A text box whose selection is as visible without the focus as with it. Tab leaves it.
 void MakeBox(ByteTextBox& box, const char* name, const Place& place, const char* tooltip) {
   Put(box, name, place);
   box.setFont(FixedFont());
   box.setToolTip(tooltip);
-  box.setTabChangesFocus(true);
   box.setLineWrapMode(QPlainTextEdit::WidgetWidth);
   box.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   box.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   box.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-}
-
-void ShowSelectionWithoutFocus(ByteTextBox& box) {
-  QPalette palette = QApplication::palette(&box);
-  for (const auto role : {QPalette::Highlight, QPalette::HighlightedText}) {
-    palette.setBrush(QPalette::Inactive, role, palette.brush(QPalette::Active, role));
-  }
-  if (box.isReadOnly()) palette.setBrush(QPalette::Base, palette.window());
-  box.setPalette(palette);
 }
 
 }  // namespace
@@ -78,7 +66,7 @@ void ReplaceDialog::PutFields() {
   MakeBox(SearchText, "SearchText", {36, 540, 5376, 1524}, "Not editable field");
   MakeBox(ReplaceText, "ReplaceText", {36, 2448, 5376, 1524}, "Editable field");
   SearchText.setReadOnly(true);
-  SearchText.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  SearchText.viewport()->setBackgroundRole(QPalette::Window);
 }
 
 void ReplaceDialog::PutButtons() {
@@ -138,10 +126,7 @@ ProposalAnswer ReplaceDialog::Ask(const Proposal& proposal, const ColourPieces& 
   const std::string text = proposal.ReplaceText.value_or("");
   FileName.SetText(Shown(proposal.FileName));
   Label4.SetText(Shown(proposal.Label4));
-  for (ByteTextBox* box : {&SearchText, &ReplaceText}) {
-    box->SetTyping(proposal.encoding, proposal.line_end);
-    ShowSelectionWithoutFocus(*box);
-  }
+  ReplaceText.SetTyping(proposal.encoding, proposal.line_end);
   SearchText.SetBytes(proposal.SearchText);
   ReplaceText.SetBytes(text);
   answer_ = {kStop, text};  // unless the user answers before the program ends
