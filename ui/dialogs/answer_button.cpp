@@ -4,7 +4,7 @@
 
 namespace tessaril {
 
-AnswerButton::AnswerButton(QWidget* parent) : QPushButton(parent) {
+AnswerButton::AnswerButton(QWidget* parent) : Button(parent) {
   setAutoDefault(false);
 }
 
@@ -21,7 +21,7 @@ void AnswerButton::keyPressEvent(QKeyEvent* event) {
       event->ignore();
       return;
     default:
-      QPushButton::keyPressEvent(event);
+      Button::keyPressEvent(event);
   }
 }
 

@@ -1,5 +1,7 @@
 #include "ui/shared/controls.h"
 
+#include "ui/shared/button.h"
+
 namespace tessaril {
 namespace {
 
@@ -31,7 +33,7 @@ QCheckBox* MakeCheckBox(QWidget* parent, const char* name, const Place& place, c
 
 QPushButton* MakeButton(QWidget* parent, const char* name, const Place& place, const char* caption,
                         const char* tooltip) {
-  auto* const button = new QPushButton(caption, parent);
+  auto* const button = new Button(caption, parent);
   button->setToolTip(tooltip);
   button->setAutoDefault(true);
   Put(*button, name, place);
