@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QShortcut>
+#include <iostream>
 
 #include "ui/shared/message_boxes.h"
 #include "ui/shared/place.h"
@@ -132,7 +133,9 @@ void FrameWindow::SaveSettings() {
   const Status status = settings_file_.Save(settings);
   if (status.ok() || save_failure_told_) return;
   save_failure_told_ = true;
-  Tell(this, "Settings not saved: " + status.reason());
+  const std::string text = "Settings not saved: " + status.reason();
+  if (!unattended_) return Tell(this, text);
+  std::cerr << "tessaril: " << text << "\n";
 }
 
 Status FrameWindow::WriteTemporaryPage(std::string_view page, std::string& path) {
@@ -161,6 +164,12 @@ void FrameWindow::Leave() {
   if (!main_->IsRunning()) return Finish();
   leaving_ = true;
   main_->StopRun();
+}
+
+void FrameWindow::LeaveUnattended() {
+  unattended_ = true;
+  if (finished_) return QCoreApplication::exit(0);
+  Leave();
 }
 
 // The settings are saved last of all that may show a message.

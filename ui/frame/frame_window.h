@@ -35,6 +35,10 @@ class FrameWindow : public QMainWindow, private Program {
   /// program.
   void Leave() override;
 
+  /// The same when nobody may be there any more to read a message: it goes to standard error. When the
+  /// program is still there at a second call, it ends at once.
+  void LeaveUnattended();
+
  protected:
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* object, QEvent* event) override;
@@ -70,6 +74,7 @@ class FrameWindow : public QMainWindow, private Program {
   QAction* menuStartInEditor = nullptr;
   bool browser_is_missing_ = false;
   bool save_failure_told_ = false;
+  bool unattended_ = false;
   bool leaving_ = false;  // as soon as the run has ended
   bool finished_ = false;
 };

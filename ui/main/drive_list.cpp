@@ -15,7 +15,7 @@ namespace {
 // Places where the system mounts what is its own.
 constexpr std::string_view kSystemPlaces[] = {"/boot", "/dev",  "/efi", "/etc", "/nix", "/proc",
                                               "/run",  "/snap", "/sys", "/tmp", "/usr", "/var"};
-constexpr std::string_view kNetworkTypes[] = {"nfs", "nfs4", "cifs", "smb3", "fuse.sshfs"};
+constexpr std::string_view kTypesWithoutDevice[] = {"nfs", "nfs4", "cifs", "smb3", "fuse.sshfs", "zfs"};
 
 bool LiesIn(std::string_view path, std::string_view folder) {
   return folder == "/" ||
@@ -30,9 +30,9 @@ bool IsOfTheSystem(std::string_view path) {
 
 bool IsReal(const QStorageInfo& volume) {
   const QByteArray type = volume.fileSystemType();
-  const bool network = std::find(std::begin(kNetworkTypes), std::end(kNetworkTypes),
-                                 std::string_view(type.constData())) != std::end(kNetworkTypes);
-  return volume.isValid() && volume.isReady() && (network || volume.device().startsWith("/dev/")) &&
+  const bool has_none = std::find(std::begin(kTypesWithoutDevice), std::end(kTypesWithoutDevice),
+                                  std::string_view(type.constData())) != std::end(kTypesWithoutDevice);
+  return volume.isValid() && volume.isReady() && (has_none || volume.device().startsWith("/dev/")) &&
          QFileInfo(volume.rootPath()).isDir();
 }
 

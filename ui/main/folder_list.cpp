@@ -69,13 +69,14 @@ bool FolderList::Open(const std::string& folder) {
   font.setBold(true);
   opened->setFont(font);
   for (const std::string& name : TakeFolderNames(entries)) AddEntry(JoinPath(folder, name), name, depth);
-  setCurrentItem(opened);
+  open_row_ = depth - 1;
+  setCurrentRow(open_row_);
   emit Changed();
   return true;
 }
 
 void FolderList::OpenHighlighted() {
-  Open(Highlighted());
+  if (!Open(Highlighted())) setCurrentRow(open_row_);
 }
 
 std::string FolderList::Highlighted() const {

@@ -20,7 +20,7 @@ class FolderList : public QListWidget {
   /// Opens a folder and highlights it; false, with nothing changed, when it cannot be listed.
   bool Open(const std::string& folder);
 
-  /// Opens the highlighted entry.
+  /// Opens the highlighted entry; one that cannot be listed is highlighted no longer.
   void OpenHighlighted();
 
   const std::string& OpenFolder() const { return open_; }
@@ -45,6 +45,7 @@ class FolderList : public QListWidget {
 
   Files& files_;
   std::string open_;
+  int open_row_ = 0;
 };
 
 }  // namespace tessaril

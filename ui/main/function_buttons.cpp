@@ -44,6 +44,7 @@ class FunctionButton : public QRadioButton {
   using QRadioButton::QRadioButton;
   std::function<void()> on_press;
   std::function<void(int step)> on_arrow;
+  std::function<void()> on_access_key;
 
  protected:
   // The press counts, not the release.
@@ -69,7 +70,7 @@ class FunctionButton : public QRadioButton {
   bool event(QEvent* event) override {
     if (event->type() != QEvent::Shortcut) return QRadioButton::event(event);
     setFocus(Qt::ShortcutFocusReason);
-    if (!static_cast<QShortcutEvent*>(event)->isAmbiguous()) setChecked(true);
+    if (!static_cast<QShortcutEvent*>(event)->isAmbiguous()) on_access_key();
     return true;
   }
 };
@@ -86,6 +87,10 @@ FunctionButtons::FunctionButtons(QWidget* frame) {
     button->setToolTip(row.tooltip);
     if (row.colour.isValid()) SetTextColour(*button, row.colour);
     button->on_press = [this, function = row.function] { on_choose(function); };
+    button->on_access_key = [this, function = row.function] {
+      Select(function);
+      on_move();
+    };
     button->on_arrow = [this, function = row.function](int step) { Move(function, step); };
     QObject::connect(button, &QRadioButton::clicked, button, button->on_press);
     Option1[index] = button;
@@ -114,6 +119,7 @@ void FunctionButtons::Move(Function from, int step) {
     const std::size_t to = (i + rows.size() + static_cast<std::size_t>(step)) % rows.size();
     Select(rows[to].function);
     Button(rows[to].function)->setFocus(step < 0 ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+    on_move();
     return;
   }
 }

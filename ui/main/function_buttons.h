@@ -24,6 +24,9 @@ class FunctionButtons {
   /// Called when a function is chosen, which is selected by then.
   std::function<void(Function)> on_choose;
 
+  /// Called when the selection was moved without choosing.
+  std::function<void()> on_move;
+
  private:
   void Move(Function from, int step);
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QRegularExpression>
 #include <utility>
 
 #include "engine/paths.h"
@@ -52,7 +53,7 @@ MainWindow::MainWindow(Session& session, Program& program, QWidget* parent)
   Picture1.filList->setToolTip(files_tooltip);
   Picture1.filList->SetPattern(Picture1.cboSearchSpec->Text());
   Connect();
-  SetTabOrder();
+  setTabOrder(cmdExit, Picture2.UdTxt);  // all others are made in their order
   PlaceBtn();
   Picture1.cboSearchSpec->setFocus();
 }
@@ -63,6 +64,9 @@ void MainWindow::Connect() {
   connect(Picture1.cmdSeeResults, &QPushButton::clicked, this, &MainWindow::SeeResults);
   connect(Picture2.cmdSaveAs, &QPushButton::clicked, this, &MainWindow::SaveAs);
   Picture1.Option1->on_choose = [this](Function function) { Choose(function); };
+  Picture1.Option1->on_move = [this] {
+    if (!IsChosen(Function::kShowFile)) cmdSearch->show();  // which chooses it first
+  };
   connect(Picture1.MarkedOnly, &QCheckBox::clicked, this, [this](bool ticked) {
     Picture1.MarkedOnly->setProperty(kTag, ticked ? "1" : "0");
     FollowMarkedOnly();
@@ -104,32 +108,9 @@ void MainWindow::Connect() {
   });
 }
 
-void MainWindow::SetTabOrder() {
-  QWidget* last = nullptr;
-  const auto then = [&last](QWidget* control) {
-    if (last != nullptr) QWidget::setTabOrder(last, control);
-    last = control;
-  };
-  const OptionsPanel& p = Picture1;
-  for (QWidget* const control :
-       std::initializer_list<QWidget*>{p.drvList, p.dirList, p.cboSearchSpec, p.filList}) {
-    then(control);
-  }
-  for (const Function function :
-       {Function::kEntities, Function::kLinks, Function::kColours, Function::kExternal, Function::kSearch,
-        Function::kReplace, Function::kShowFile}) {
-    then(p.Option1->Button(function));
-  }
-  for (QWidget* const control :
-       std::initializer_list<QWidget*>{p.ShowEach, p.ULcase, p.CGI, p.CGIname, p.SearchTekst, p.UCfilename,
-                                       p.ReplaceText, p.chkTags, p.MarkedOnly, p.cmdSeeResults,
-                                       Picture2.cmdSaveAs, cmdUdskriv, cmdSearch, cmdExit, Picture2.UdTxt}) {
-    then(control);
-  }
-}
-
 void MainWindow::SetCgiName(const QString& name) {
-  for (const QString& text : {name, name.trimmed()}) {
+  static const QRegularExpression kBlanksAround("^ +| +$");
+  for (const QString& text : {name, QString(name).remove(kBlanksAround)}) {
     Picture1.CGIname->setText(text);
     emit Picture1.CGIname->textChanged(text);  // counts as a change, also when the text is the same
   }

@@ -67,7 +67,6 @@ class MainWindow : public QWidget, private RunStage {
   void ShowPage(const std::string& page) override;
 
   void Connect();
-  void SetTabOrder();
   void PressSearch();
   void PressExit();
   void SeeResults();

@@ -1,5 +1,6 @@
 #include "ui/main/report_view.h"
 
+#include <QScopedValueRollback>
 #include <algorithm>
 
 #include "engine/report_display.h"
@@ -71,9 +72,8 @@ void ReportView::UpdateNow() {
 }
 
 void ReportView::Fill(std::string_view text) {
-  filling_ = true;
+  const QScopedValueRollback<bool> filling(filling_, true);
   panel_.UdTxt->SetBytes(text);
-  filling_ = false;
 }
 
 }  // namespace tessaril

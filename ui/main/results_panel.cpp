@@ -11,7 +11,6 @@ ResultsPanel::ResultsPanel(QWidget* parent) : QWidget(parent) {
   MakeLabel(this, "Label2", {72, 144, 1020, 264}, "Results:");
   QLabel* const lblfound = MakeLabel(this, "lblfound", {1188, 144, 1404, 264}, "&Files searched:");
   lblCount = MakeLabel(this, "lblCount", {2592, 144, 1008, 264}, "0");
-  lblCount->setAccessibleName("Files searched");
   UdTxt = new ByteTextBox(this);
   Put(*UdTxt, "UdTxt", {72, 396, 6816, 4440});
   UdTxt->setLineWrapMode(QPlainTextEdit::WidgetWidth);

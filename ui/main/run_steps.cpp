@@ -60,6 +60,7 @@ void MainWindow::TakeTexts(const SearchTexts& texts) {
 }
 
 bool MainWindow::BeginWalk() {
+  if (host_.IsLeaving()) return false;
   Picture2.MakeEditable();
   FolderList& folders = *Picture1.dirList;
   if (folders.Highlighted() != folders.OpenFolder()) {
@@ -104,18 +105,22 @@ void MainWindow::ShowPage(const std::string& page) {
         "Can't display the results in the browser because Microsoft Internet Explorer 4+ is not "
         "installed.\r\n"
         "Displays HTML code to be saved as a .htm file to be opened with your normal browser.");
+    if (host_.IsLeaving()) return;
     program_.NoteMissingBrowser();
   }
+  if (host_.IsLeaving()) return;
   view_.ShowReport(page, "");
   Picture1.cmdSeeResults->show();
 }
 
 void MainWindow::EndRun(const RunEnd& end) {
-  if (end.started && !RowOf(options_.function).HtmlOutput) {
+  const bool has_report = end.started && !RowOf(options_.function).HtmlOutput;
+  if (has_report) {
     cmdSearch->show();
     cmdSearch->setFocus();
   }
-  if (folder_only_opened_ || (end.started && !RowOf(options_.function).HtmlOutput)) RestoreTexts();
+  const bool has_texts = options_.function == Function::kSearch || options_.function == Function::kReplace;
+  if (has_report || (folder_only_opened_ && has_texts)) RestoreTexts();
   if (const std::string failures = host_.FailureText(); !failures.empty()) host_.Tell(failures);
 }
 

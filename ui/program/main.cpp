@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
   const QString user_folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
   tessaril::StartUp start_up(program_folder, QFile::encodeName(user_folder).toStdString());
   if (!start_up.Run()) return kExitFailure;
-  const auto leave = [&start_up] { start_up.Frame().Leave(); };
+  const auto leave = [&start_up] { start_up.Frame().LeaveUnattended(); };
   tessaril::OnEndSignal(leave);
   QObject::connect(&application, &QGuiApplication::commitDataRequest, leave);
   if (argc > 1) OpenArgument(start_up, argv[1]);
