@@ -7,6 +7,7 @@
 #include <QMdiSubWindow>
 #include <QRadioButton>
 #include <QtTest>
+#include <filesystem>
 
 #include "tests/ui/support/driver.h"
 #include "ui/main/folder_list.h"
@@ -34,12 +35,20 @@ TEST(MainWindow, ChoosesAFunctionByMouseAndSpaceOnly) {
     int function;
     const char* shown;  // one character for each control
     const char* ShowEachCaption;
+    const char* filListToolTip;
   } rows[] = {
-      {0, "xxxx------xxx", "See each result"},          {1, "----------xxx", "Confirm before replacing"},
-      {2, "-----------xx", "Confirm before replacing"}, {3, "----xxxx--xxx", "See each result"},
-      {4, "----xxxxxxxxx", "Confirm before replacing"}, {5, "-------------", "Confirm before replacing"},
-      {6, "-----------xx", "Confirm before replacing"},
+      {0, "xxxx------xxx", "See each result",
+       "Doubleclick file to show in browser. Single-click to select a file."},
+      {1, "----------xxx", "Confirm before replacing", "Doubleclick file to show in browser"},
+      {2, "-----------xx", "Confirm before replacing", "Doubleclick file to show in browser"},
+      {3, "----xxxx--xxx", "See each result", "Doubleclick file to show in browser"},
+      {4, "----xxxxxxxxx", "Confirm before replacing", "Doubleclick file to show in browser"},
+      {5, "-------------", "Confirm before replacing", "Click file to be shown in browser"},
+      {6, "-----------xx", "Confirm before replacing", "Doubleclick file to show in browser"},
   };
+  EXPECT_EQ(driver.Find("filList")->toolTip(),
+            "Doubleclick file to show in browser. Single-click to select a file");
+  EXPECT_EQ(driver.Find("dirList")->toolTip(), "Search highlighted directory and its subdirectories");
   const auto shown = [&] {
     std::string text;
     for (const char* const control : controls) text += driver.IsShown(control) ? 'x' : '-';
@@ -50,6 +59,7 @@ TEST(MainWindow, ChoosesAFunctionByMouseAndSpaceOnly) {
     driver.Choose(row.function);
     EXPECT_EQ(shown(), row.shown) << row.function;
     EXPECT_EQ(driver.Caption("ShowEach"), row.ShowEachCaption) << row.function;
+    EXPECT_EQ(driver.Find("filList")->toolTip(), row.filListToolTip) << row.function;
   }
   auto* const colours = driver.Find<QRadioButton>("Option1_6");
   colours->setFocus();
@@ -81,10 +91,10 @@ TEST(MainWindow, MarksShowsAndSwitchesToTheEditor) {
   EXPECT_EQ(driver.Find("dirList")->toolTip(),
             "Change directory or search highlighted directory and its subdirectories");
   driver.Choose(5);
-  EXPECT_EQ(driver.said.back(), "Select a file to show!");
+  EXPECT_EQ(driver.LastSaid(), "Select a file to show!");
   driver.Choose(3);
   driver.ClickItem("filList", "a.htm", true);
-  EXPECT_EQ(driver.said.back(),
+  EXPECT_EQ(driver.LastSaid(),
             "Can't open the browser because Microsoft Internet Explorer 4+ is not installed!");
   EXPECT_EQ(driver.Caption("Option1_5"), "Sho&w file in Editor, only");
   EXPECT_FALSE(driver.start_up->Frame().findChild<QAction*>("menuStartInBrowser")->isEnabled());
@@ -152,6 +162,14 @@ TEST(MainWindow, OpensFoldersByClickEnterAndLeaving) {
   driver.Press("cmdSearch");
   EXPECT_TRUE(driver.IsShown("Picture2"));
   EXPECT_TRUE(driver.Report().starts_with("In \"" + (Site() / "sub") + "\" and all")) << driver.Report();
+  driver.Press("cmdSearch");
+  std::filesystem::remove_all(Site() / "sub/deep");
+  down(1);
+  for (const bool searches :
+       {false, true}) {  // the highlighted folder is gone, and then no longer highlighted
+    driver.Press("cmdSearch");
+    EXPECT_EQ(driver.IsShown("Picture2"), searches);
+  }
 }
 
 TEST(MainWindow, TextBoxesForgetTheirHintOnce) {
@@ -183,7 +201,7 @@ TEST(MainWindow, WarnsWhenProposalsAreNoLongerShown) {
             "especially if used with the \"&xxxx;\" function!");
   driver.answers = {"cancel"};
   driver.Press("cmdSearch");
-  EXPECT_TRUE(driver.said.back().starts_with("Performing this function without manual control"));
+  EXPECT_TRUE(driver.LastSaid().starts_with("Performing this function without manual control"));
   EXPECT_TRUE(driver.IsShown("Picture1"));
   driver.Choose(0);
   driver.Type("CGIname", "a&b");

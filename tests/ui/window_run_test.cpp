@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QtTest>
+#include <cstdio>
 #include <filesystem>
 
 #include "tests/support/program.h"
@@ -35,10 +36,33 @@ std::vector<std::string> Everything(const ScratchFolder& scratch, const std::str
   return files;
 }
 
-std::string Lines(const std::vector<std::string>& answers) {
+// A text as an answers file takes it.
+std::string Escaped(const std::string& bytes) {
   std::string text;
-  for (const std::string& answer : answers) text += answer + "\n";
+  for (const char c : bytes) {
+    char code[8];
+    std::snprintf(code, sizeof code, "\\x%02X", static_cast<unsigned char>(c));
+    text += code;
+  }
   return text;
+}
+
+struct Setting {
+  const char* control;
+  const char* text;  // to type into it; null to press it
+};
+
+// Sets the window up for the command, whose name and texts come first.
+void Prepare(Driver& driver, int function, const Words& command, const std::vector<Setting>& settings,
+             const char* marked) {
+  driver.Choose(function);
+  if (function == 3 || function == 4) driver.Type("SearchTekst", QString::fromStdString(command[1]));
+  if (function == 4) driver.Type("ReplaceText", QString::fromStdString(command[2]));
+  for (const Setting& setting : settings) {
+    if (setting.text == nullptr) driver.Press(setting.control);
+    if (setting.text != nullptr) driver.Type(setting.control, setting.text);
+  }
+  if (*marked != '\0') driver.ClickItem("filList", marked);
 }
 
 TEST(WindowRun, DoesWhatTslDoes) {
@@ -46,38 +70,54 @@ TEST(WindowRun, DoesWhatTslDoes) {
     int function;
     Words command;
     const char* answer;
+    std::vector<Setting> settings;
+    const char* marked;
+    const char* typed;  // into the lower field, in the place of what is proposed there
   } rows[] = {
-      {0, {"links"}, "keep"},
-      {0, {"links"}, "replace"},
-      {1, {"entities"}, "replace"},
-      {2, {"external"}, ""},
-      {3, {"search", "opening hours"}, "keep"},
-      {4, {"replace", "opening hours", "times of day"}, "replace"},
-      {4, {"replace", "\xC3\xB8", "\xC4\x8D"}, "replace"},
-      {6, {"colours"}, "replace"},
+      {0, {"links"}, "keep", {}, "", ""},
+      {0, {"links"}, "replace", {}, "", ""},
+      {0, {"links"}, "keep", {}, "", "x.htm"},
+      {0, {"links", "--allow-uppercase"}, "keep", {{"UCfilename", nullptr}}, "", ""},
+      {0, {"links", "--check-cgi"}, "keep", {{"CGI", nullptr}}, "", ""},
+      {0, {"links", "--cgi-name", "visit"}, "keep", {{"CGIname", " visit"}}, "index.htm", ""},
+      {1, {"entities"}, "replace", {}, "", ""},
+      {2, {"external"}, "", {}, "", ""},
+      {3, {"search", "opening hours"}, "keep", {}, "", ""},
+      {3, {"search", "Opening Hours", "--case"}, "keep", {{"ULcase", nullptr}}, "", ""},
+      {4, {"replace", "opening hours", "times of day"}, "replace", {}, "", ""},
+      {4, {"replace", "e", "E"}, "replace", {}, "map.htm", ""},
+      {4, {"replace", "\xC3\xB8", "\xC4\x8D"}, "replace", {}, "", ""},
+      {4, {"replace", "\xC3\xA9", "\xC4\x8D", "--no-tags"}, "replace", {{"chkTags", nullptr}}, "", ""},
+      {4, {"replace", "the", "x"}, "replace", {}, "", "\xC4\x8D\n\xC3\xA9"},
+      {6, {"colours"}, "replace", {}, "", ""},
   };
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.command[0]);
+    SCOPED_TRACE(testing::PrintToString(row.command) + row.marked + row.typed);
     ScratchFolder scratch;
     CopySite(scratch / "site");
     Driver driver(scratch / "site");
-    driver.Choose(row.function);
-    if (row.command.size() > 1) driver.Type("SearchTekst", QString::fromStdString(row.command[1]));
-    if (row.command.size() > 2) driver.Type("ReplaceText", QString::fromStdString(row.command[2]));
-    if (*row.answer != '\0') driver.answers.assign(1000, row.answer);
-    driver.on_dialog = [&driver](QWidget& dialog) {
-      if (dialog.objectName() != "frmReplace") driver.answers.push_front("ok");
+    Prepare(driver, row.function, row.command, row.settings, row.marked);
+    std::string answers;
+    driver.on_dialog = [&](QWidget& dialog) {
+      auto* const field = dialog.findChild<ByteTextBox*>("ReplaceText");
+      driver.answers = {field == nullptr ? "ok" : row.answer};
+      answers += driver.answers.front();
+      if (field != nullptr && *row.typed != '\0') {
+        Driver::TypeInto(*field, QString::fromUtf8(row.typed));
+        answers += " " + Escaped(field->Bytes());
+      }
+      answers += "\n";
     };
     driver.Press("cmdSearch");
-    driver.answers.clear();
     const std::string report = driver.Report();
     const std::vector<std::string> files = Everything(scratch, "site");
 
     CopySite(scratch / "site");
     Words words = row.command;
-    words.insert(words.end(), {scratch / "site", "--report", scratch / "report"});
+    words.insert(words.end(),
+                 {scratch / "site" + (*row.marked ? "/" : "") + row.marked, "--report", scratch / "report"});
     if (row.function != 2) {
-      scratch.Write("answers", Lines(driver.answered));
+      scratch.Write("answers", answers);
       words.insert(words.end(), {"--answers", scratch / "answers"});
     }
     const ProgramEnd end = RunTsl(words);
@@ -86,8 +126,33 @@ TEST(WindowRun, DoesWhatTslDoes) {
     EXPECT_EQ(files, Everything(scratch, "site"));
     if (row.function == 2) {
       EXPECT_EQ(driver.program.Read("~TSLtemp.htm"), report);
+      EXPECT_TRUE(driver.LastSaid().starts_with("Can't display the results in the browser because"));
+      driver.Press("cmdSearch");
+      EXPECT_TRUE(driver.IsShown("cmdSeeResults"));
     }
   }
+}
+
+TEST(WindowRun, TakesAColourFromThePalette) {
+  ScratchFolder scratch;
+  scratch.Write("a.htm", "<BODY BGCOLOR=\"#123456\">");
+  Driver driver(scratch.path());
+  driver.Choose(6);
+  driver.on_dialog = [&driver](QWidget& dialog) {
+    if (dialog.objectName() != "frmReplace") return;
+    QTest::mouseClick(dialog.findChild<QWidget*>("btnPalette"), Qt::LeftButton);
+    driver.answers = {"replace"};
+  };
+  driver.Press("cmdSearch");
+  EXPECT_EQ(scratch.Read("a.htm"), "<BODY BGCOLOR=\"#336666\">");
+  driver.Press("cmdSearch");
+  EXPECT_EQ(driver.Find<QLineEdit>("SearchTekst")->text(), "#123456");
+  EXPECT_EQ(driver.Find<QLineEdit>("ReplaceText")->text(), "#336666");
+  driver.Choose(4);
+  driver.Press("SearchTekst");
+  EXPECT_EQ(driver.Find<QLineEdit>("SearchTekst")->text(), "#123456");
+  driver.Press("ReplaceText");
+  EXPECT_EQ(driver.Find<QLineEdit>("ReplaceText")->text(), "");
 }
 
 // Pages of which each holds one hit, `bytes` long.
@@ -100,7 +165,8 @@ void WritePages(const ScratchFolder& scratch, int count, std::size_t bytes) {
 TEST(WindowRun, EndsBetweenFilesWhenCancelIsPressed) {
   ScratchFolder scratch;
   WritePages(scratch, 3, 1);
-  Driver driver(scratch / "site");
+  scratch.Write("outer.htm", "hit");
+  Driver driver(scratch.path());
   driver.Choose(3);
   driver.Type("SearchTekst", "hit");
   driver.on_dialog = [&driver](QWidget&) {
@@ -122,12 +188,12 @@ TEST(WindowRun, EndsBetweenFilesWhenCancelIsPressed) {
   EXPECT_EQ(driver.Caption("cmdSearch"), "To &Main");
   EXPECT_TRUE(driver.Find("cmdSearch")->hasFocus());
   driver.on_dialog = {};
+  EXPECT_EQ(driver.Find<FolderList>("dirList")->OpenFolder(), scratch / "site");
   driver.Press("cmdSearch");
   EXPECT_EQ(driver.Caption("lblCount"), "0");
   driver.answers = {"stop"};
   driver.Press("cmdSearch");
   EXPECT_NE(driver.Report().find("in file " + scratch / "site/100.htm"), std::string::npos);
-  EXPECT_TRUE(driver.IsShown("cmdSeeResults") || driver.IsShown("Picture2"));
   driver.Press("cmdSearch");
   const std::string report = driver.Report();
   driver.Press("cmdSeeResults");
@@ -154,6 +220,20 @@ TEST(WindowRun, LeavesInTheMiddleWithoutAReport) {
   EXPECT_EQ(scratch.Read("site/101.htm"), "hit x");
   EXPECT_EQ(driver.Report().find("Stopped"), std::string::npos);
   EXPECT_NE(driver.program.Read("TSL32.ini").find("LastDir = " + scratch / "site\r\n"), std::string::npos);
+}
+
+TEST(WindowRun, LeavesBeforeTheFirstFile) {
+  ScratchFolder scratch;
+  scratch.Write("a.htm", "hit");
+  Driver driver(scratch.path());
+  driver.Choose(4);
+  driver.Press("ShowEach");
+  driver.Type("SearchTekst", "hit");
+  driver.Type("ReplaceText", QString::fromUtf8("\xC4\x8D"));  // has no name, which is warned of
+  driver.ClickItem("filList", "a.htm");
+  driver.on_dialog = [&driver](QWidget&) { driver.start_up->Frame().Leave(); };
+  driver.Press("cmdSearch");
+  EXPECT_EQ(scratch.Read("a.htm"), "hit");
 }
 
 TEST(WindowRun, ShortensALongReport) {
@@ -244,7 +324,7 @@ TEST(WindowRun, TellsOnceWhatCouldNotBeRead) {
   };
   driver.Press("cmdSearch");
   ASSERT_EQ(driver.answered.size(), 2u);
-  const std::string& told = driver.said.back();
+  const std::string& told = driver.LastSaid();
   EXPECT_NE(told.find("\n" + scratch / "site/110.htm: No such file or directory\nand 2 more"),
             std::string::npos)
       << told;
@@ -267,7 +347,7 @@ TEST(StartUp, ReadsTheSettingsInTheirOrder) {
   EXPECT_TRUE(driver.Find<QCheckBox>("UCfilename")->isChecked());
   driver.answers = {"cancel", "ok"};
   driver.Press("cmdExit");
-  EXPECT_EQ(driver.said.back(), "Leave Tessaril?");
+  EXPECT_EQ(driver.LastSaid(), "Leave Tessaril?");
   EXPECT_EQ(driver.program.Read("TSL32.ini"), settings);
   driver.Press("cmdExit");
   const std::string saved = driver.program.Read("TSL32.ini");

@@ -1,5 +1,7 @@
 #include "tests/ui/support/driver.h"
 
+#include <gtest/gtest.h>
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLineEdit>
@@ -7,6 +9,7 @@
 #include <QMessageBox>
 #include <QtTest>
 #include <filesystem>
+#include <utility>
 
 #include "ui/shared/byte_text_box.h"
 
@@ -17,8 +20,7 @@ Driver::Driver(const std::string& folder, const std::string& settings) {
     std::filesystem::copy_file(std::string(ENTITY_DATA) + "/" + name, program / name);
   }
   if (!settings.empty()) program.Write("TSL32.ini", settings);
-  QObject::connect(&poll_, &QTimer::timeout, [this] { LookForDialog(); });
-  poll_.start(1);
+  LookForDialog();
   start_up = std::make_unique<StartUp>(program.path(), program / "user");
   if (!start_up->Run()) throw std::runtime_error("start-up");
   if (!folder.empty()) start_up->OpenFolder(folder);
@@ -28,7 +30,6 @@ Driver::Driver(const std::string& folder, const std::string& settings) {
 
 // A loop of its own takes up the wish to leave that the windows may have uttered.
 Driver::~Driver() {
-  poll_.stop();
   start_up.reset();
   QTimer::singleShot(0, qApp, [] { QCoreApplication::quit(); });
   QCoreApplication::exec();
@@ -67,23 +68,34 @@ void Driver::Type(const char* name, const QString& text) {
   auto* const field = Find<QLineEdit>(name);
   field->selectAll();
   QTest::keyClick(field, Qt::Key_Delete);
+  TypeInto(*field, text);
+}
+
+void Driver::TypeInto(QWidget& field, const QString& text) {
   for (const QChar c : text) {
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_unknown, {}, QString(c));
-    QApplication::sendEvent(field, &key);
+    const bool is_enter = c == '\n';
+    QKeyEvent key(QEvent::KeyPress, is_enter ? Qt::Key_Return : Qt::Key_unknown, {}, QString(c));
+    QApplication::sendEvent(&field, &key);
   }
+}
+
+std::string Driver::LastSaid() const {
+  return said.empty() ? "(nothing)" : said.back();
 }
 
 std::string Driver::Report() {
   return Find<ByteTextBox>("UdTxt")->Bytes();
 }
 
+// A timer of its own each time, as one that repeats would rest while a dialog in a dialog is open.
 void Driver::LookForDialog() {
+  QTimer::singleShot(1, &polls_, [this] { LookForDialog(); });
   QWidget* const dialog = QApplication::activeModalWidget();
   if (dialog == nullptr || dialog == answering_) return;
-  answering_ = dialog;
+  QWidget* const below = std::exchange(answering_, dialog);
   if (on_dialog) on_dialog(*dialog);
   if (dialog->isVisible()) Answer(*dialog);
-  answering_ = nullptr;
+  answering_ = below;
 }
 
 void Driver::Answer(QWidget& dialog) {
@@ -109,8 +121,13 @@ void Driver::Answer(QWidget& dialog) {
                                                                       : "btnStop");
     said.push_back(dialog.findChild<ByteTextBox*>("SearchText")->Bytes() + "|" +
                    dialog.findChild<ByteTextBox*>("ReplaceText")->Bytes());
+  } else if (QWidget* const colour = dialog.findChild<QWidget*>("lblSafeCol_0")) {
+    return QTest::mouseClick(colour, Qt::LeftButton);
   }
-  if (button == nullptr || !button->isVisible()) throw std::runtime_error("no button for " + answer);
+  if (button == nullptr || !button->isVisible()) {
+    ADD_FAILURE() << "no button for " << answer;
+    return static_cast<QDialog&>(dialog).reject();
+  }
   answered.push_back(answer);
   QTest::mouseClick(button, Qt::LeftButton);
 }

@@ -39,22 +39,25 @@ class Driver {
   void Choose(int function);     // likewise
   void ClickItem(const char* list, const QString& text, bool twice = false);
   void Type(const char* name, const QString& text);
+  static void TypeInto(QWidget& field, const QString& text);
   std::string Report();  // bytes of the results box
 
   /// What the user does in the dialogs and boxes that open, in their order: "ok", "cancel", "yes", "no",
-  /// "keep", "replace", "stop" press that button. When it is empty: Keep, Cancel or No, else OK.
+  /// "keep", "replace", "stop" press that button. When it is empty: Keep, Cancel or No, else OK. In the
+  /// colour picker the first safe colour is taken.
   std::deque<std::string> answers;
   std::function<void(QWidget&)> on_dialog;  // before each answer
   /// What was said and answered: a box's text; for a proposal the two fields. Then the answer.
   std::vector<std::string> said;
   std::vector<std::string> answered;
+  std::string LastSaid() const;
 
  private:
   void Activate();
   void LookForDialog();
   void Answer(QWidget& dialog);
 
-  QTimer poll_;
+  QObject polls_;
   QWidget* answering_ = nullptr;
 };
 
