@@ -1,17 +1,25 @@
 #include "ui/shared/controls.h"
 
+#include <QStyleOptionButton>
+
 #include "ui/shared/button.h"
 
 namespace tessaril {
 namespace {
 
-// Takes a click anywhere in its place, not on its caption only.
+// Takes a click anywhere in its place, not on its caption only. A caption that is too long ends in dots.
 class CheckBox : public QCheckBox {
  public:
   using QCheckBox::QCheckBox;
 
  protected:
   bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+
+  void initStyleOption(QStyleOptionButton* option) const override {
+    QCheckBox::initStyleOption(option);
+    const int width = style()->subElementRect(QStyle::SE_CheckBoxContents, option, this).width();
+    option->text = fontMetrics().elidedText(text(), Qt::ElideRight, width, Qt::TextShowMnemonic);
+  }
 };
 
 }  // namespace
