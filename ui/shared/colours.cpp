@@ -14,7 +14,7 @@ bool IsDark(const QPalette& palette) {
 }  // namespace
 
 void SetTextColour(QWidget& control, const QColor& colour) {
-  constexpr int kReadableOnDark = 180;
+  constexpr int kReadableOnDark = 205;
   QPalette palette = control.palette();
   QColor shown = colour;
   if (IsDark(palette)) shown.setHsl(colour.hslHue(), colour.hslSaturation(), kReadableOnDark);
