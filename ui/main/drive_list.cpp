@@ -1,5 +1,6 @@
 #include "ui/main/drive_list.h"
 
+#include <QAbstractItemView>
 #include <QFileInfo>
 #include <QStorageInfo>
 #include <algorithm>
@@ -76,6 +77,7 @@ void DriveList::ShowDriveOf(const std::string& folder) {
 void DriveList::showPopup() {
   Fill();
   ShowDriveOf(folder_);
+  view()->setMinimumWidth(view()->sizeHintForColumn(0) + 2 * view()->frameWidth());
   QComboBox::showPopup();
 }
 
