@@ -1,5 +1,7 @@
 #include "ui/dialogs/cut_label.h"
 
+#include "ui/shared/texts.h"
+
 namespace tessaril {
 
 CutLabel::CutLabel(Qt::TextElideMode left_out, QWidget* parent) : QLabel(parent), left_out_(left_out) {
@@ -20,8 +22,7 @@ void CutLabel::Cut() {
   setText(fontMetrics().elidedText(text_, left_out_, contentsRect().width()));
   setAccessibleName(text_);
   const bool whole = text() == text_;
-  // As markup, so that no text is taken for some.
-  setToolTip(whole ? QString() : "<p style='white-space:pre'>" + text_.toHtmlEscaped() + "</p>");
+  setToolTip(whole ? QString() : AsMarkup(text_));
 }
 
 }  // namespace tessaril

@@ -2,14 +2,17 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QScreen>
 #include <QShortcut>
+#include <QToolTip>
 #include <iostream>
 
 #include "ui/shared/message_boxes.h"
 #include "ui/shared/place.h"
+#include "ui/shared/texts.h"
 
 namespace tessaril {
 namespace {
@@ -200,7 +203,18 @@ bool FrameWindow::eventFilter(QObject* object, QEvent* event) {
     button->click();
     return true;
   }
+  if (event->type() == QEvent::ToolTip) return ShowToolTip(object, static_cast<QHelpEvent&>(*event));
   return QMainWindow::eventFilter(object, event);
+}
+
+// The toolkit wraps no tooltip that is plain text, and some are wider than a small screen.
+bool FrameWindow::ShowToolTip(QObject* object, const QHelpEvent& event) {
+  constexpr qsizetype kOneLine = 60;  // characters
+  auto* const control = qobject_cast<QWidget*>(object);
+  const QString text = control == nullptr ? QString() : control->toolTip();
+  if (text.size() <= kOneLine || text.startsWith('<')) return false;
+  QToolTip::showText(event.globalPos(), AsMarkup(text), control);
+  return true;
 }
 
 QPushButton* FrameWindow::ButtonBeforeMenu(const QKeyEvent& event) const {

@@ -16,6 +16,10 @@ std::string Entered(const QString& text) {
   return text.toStdString();
 }
 
+QString AsMarkup(const QString& text) {
+  return "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>";
+}
+
 QString AsCaption(const QString& text) {
   return QString(text).replace("&", "&&");
 }

@@ -18,6 +18,9 @@ QString ShownLines(std::string_view bytes);
 /// What the user entered, as UTF-8.
 std::string Entered(const QString& text);
 
+/// The same text as markup, lines of which may be wrapped.
+QString AsMarkup(const QString& text);
+
 /// A text that is shown as a caption, with no access key in it: "&" stands for itself.
 QString AsCaption(const QString& text);
 
