@@ -37,7 +37,8 @@ FrameWindow::FrameWindow(Session& session, const SettingsFile& settings_file, Te
   MakeMenus();
   setMinimumSize(PixelSize(kLeastSize));
   const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-  QRect place({}, PixelSize(kFirstSize).boundedTo(screen.size()).expandedTo(minimumSize()));
+  const QSize room = screen.size() * 9 / 10;  // the rest is for the title bar
+  QRect place({}, PixelSize(kFirstSize).boundedTo(room).expandedTo(minimumSize()));
   place.moveCenter(screen.center());
   setGeometry(place);
   qApp->installEventFilter(this);
