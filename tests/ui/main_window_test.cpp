@@ -242,5 +242,39 @@ TEST(MainWindow, LiesWhereThePanelsSay) {
   EXPECT_TRUE(driver.Find("cboSearchSpec")->hasFocus());
 }
 
+TEST(Frame, KeepsWhatItsMenusSay) {
+  Driver driver(Site().path());
+  FrameWindow& frame = driver.start_up->Frame();
+  const auto item = [&frame](const char* name) { return frame.findChild<QAction*>(name); };
+  EXPECT_EQ(item("menuStartInBrowser")->text(), "&Browser");
+  for (const char* const first : {"menuStartInEditor", "menuStartInEditor", "menuStartInBrowser"}) {
+    const bool browser = first == std::string("menuStartInBrowser");
+    item(first)->trigger();  // the ticked one stays ticked
+    EXPECT_EQ(item("menuStartInBrowser")->isChecked(), browser);
+    EXPECT_EQ(item("menuStartInEditor")->isChecked(), !browser);
+    EXPECT_EQ(driver.Caption("Option1_5"),
+              browser ? "Sho&w file - Start in Browser" : "Sho&w file - Start in Editor");
+    EXPECT_NE(
+        driver.program.Read("TSL32.ini").find(browser ? "BrowserFirst = -1\r\n" : "BrowserFirst = 0\r\n"),
+        std::string::npos);
+  }
+  const QFont usual = driver.Find("UdTxt")->font();
+  item("menu0Monospaced")->trigger();
+  EXPECT_TRUE(driver.Find("UdTxt")->font().fixedPitch());
+  EXPECT_EQ(driver.Find("UdTxt")->font().pointSizeF(), usual.pointSizeF());
+  item("menu0Monospaced")->trigger();
+  EXPECT_EQ(driver.Find("UdTxt")->font(), usual);
+  for (const char* const later : {"menu0PrinterFont", "menuHelp", "menu1About"}) {
+    EXPECT_FALSE(item(later)->isEnabled());
+  }
+  driver.program.Write("~TSLtemp.htm", "a page that a run left");
+  for (const char* const answer : {"cancel", "ok"}) {
+    driver.answers = {answer};
+    item("menuExit")->trigger();
+    EXPECT_EQ(driver.LastSaid(), "Leave Tessaril?");
+    EXPECT_EQ(std::filesystem::exists(driver.program / "~TSLtemp.htm"), answer == std::string("cancel"));
+  }
+}
+
 }  // namespace
 }  // namespace tessaril
