@@ -343,6 +343,25 @@ TEST(ByteTextBox, ShowsItsSelectionInTheSameColoursWithoutFocus) {
   EXPECT_EQ(box.palette().color(QPalette::Inactive, QPalette::Highlight), QColor(Qt::blue));
 }
 
+// Looking for the end of a word takes the toolkit a time by the square of its length.
+TEST(ByteTextBox, LooksForNoEndOfAWordThatIsLong) {
+  ByteTextBox box;
+  const std::string word(10000, 'x');
+  const std::pair<std::string, QTextOption::WrapMode> rows[] = {
+      {"<A HREF=\"data:" + word, QTextOption::WrapAnywhere},
+      {"one two", QTextOption::WrapAtWordBoundaryOrAnywhere},
+      {std::string(20000, ' ') + "two\r\n", QTextOption::WrapAtWordBoundaryOrAnywhere},
+  };
+  for (const auto& [bytes, mode] : rows) {
+    box.SetBytes(bytes);
+    EXPECT_EQ(box.wordWrapMode(), mode);
+    EXPECT_EQ(box.Bytes(), bytes);
+  }
+  QApplication::clipboard()->setText(QString::fromStdString(word));
+  box.paste();
+  EXPECT_EQ(box.wordWrapMode(), QTextOption::WrapAnywhere);
+}
+
 TEST(ByteTextBox, ScrollsASelectionIntoViewWithItsStart) {
   std::string text;
   for (int line = 0; line < 200; ++line) text += std::string(400, 'm') + "\r\n";

@@ -23,7 +23,6 @@ void MakeBox(ByteTextBox& box, const char* name, const Place& place, const char*
   box.setFont(FixedFont());
   box.setToolTip(tooltip);
   box.setLineWrapMode(QPlainTextEdit::WidgetWidth);
-  box.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   box.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   box.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }

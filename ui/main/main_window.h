@@ -83,6 +83,7 @@ class MainWindow : public QWidget, private RunStage {
   void RestoreTexts();
   void EndRun(const RunEnd& end);
   void PlaceBtn();
+  RunEnd Run();
   RunOptions TakeOptions() const;
   bool IsChosen(Function function) const { return Picture1.Option1->Selected() == function; }
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <new>
+#include <stdexcept>
 
 #include "engine/search_run.h"
 #include "ui/main/main_window.h"
@@ -19,15 +20,22 @@ void MainWindow::PressSearch() {
   host_.Reset();
   folder_only_opened_ = false;
   running_ = true;
-  RunEnd end;
-  try {
-    end = SearchRun(session_.files, host_, session_.entities, options_, state_);
-  } catch (const std::bad_alloc&) {
-    host_.Tell("Output text too long.\r\nAbandoning search...");
-  }
+  const RunEnd end = Run();
   running_ = false;
   if (!host_.IsLeaving()) EndRun(end);
   emit RunEnded();
+}
+
+// The walk itself knows what to do without memory; here it is the finished report that finds none.
+RunEnd MainWindow::Run() {
+  try {
+    return SearchRun(session_.files, host_, session_.entities, options_, state_);
+  } catch (const std::bad_alloc&) {
+  } catch (const std::length_error&) {
+  }
+  if (cmdExit->text() == "&Cancel") EndWalk();
+  host_.Tell("Output text too long.\r\nAbandoning search...");
+  return {};
 }
 
 RunOptions MainWindow::TakeOptions() const {

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 
+#include "engine/paths.h"
 #include "ui/shared/message_boxes.h"
 
 namespace tessaril {
@@ -69,7 +70,9 @@ void WindowHost::Warn(const std::string& text) {
 
 void WindowHost::TellFailure(const std::string& path, const std::string& reason) {
   ++failure_count_;
-  if (failures_.size() < kFailuresTold) failures_.push_back(path + ": " + reason);
+  if (failures_.size() >= kFailuresTold) return;
+  constexpr std::size_t kLongPath = 250;  // bytes; ten longer ones would fill the screen
+  failures_.push_back((path.size() > kLongPath ? ShortenedPath(path) : path) + ": " + reason);
 }
 
 void WindowHost::ShowReport(const std::string& report, const std::string& title) {

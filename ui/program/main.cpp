@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QStandardPaths>
 #include <iostream>
@@ -10,6 +11,13 @@
 namespace {
 
 constexpr int kExitFailure = 2;
+
+// Where the settings go when the program's own folder cannot be written.
+std::string UserFolder() {
+  QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+  if (!QDir::isAbsolutePath(folder)) folder = QDir::homePath() + "/.local/share/tessaril";
+  return QFile::encodeName(folder).toStdString();
+}
 
 // A folder as argument is opened.
 void OpenArgument(tessaril::StartUp& start_up, const char* argument) {
@@ -29,8 +37,7 @@ int main(int argc, char** argv) {
     std::cerr << "tessaril: " << status.reason() << "\n";
     return kExitFailure;
   }
-  const QString user_folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-  tessaril::StartUp start_up(program_folder, QFile::encodeName(user_folder).toStdString());
+  tessaril::StartUp start_up(program_folder, UserFolder());
   if (!start_up.Run()) return kExitFailure;
   const auto leave = [&start_up] { start_up.Frame().LeaveUnattended(); };
   tessaril::OnEndSignal(leave);

@@ -44,6 +44,19 @@ bool IsEnter(const QKeyEvent& event) {
          event.matches(QKeySequence::InsertLineSeparator);
 }
 
+// The toolkit takes time by the square of a word's length to find that the word fits no line. A text with a
+// long one is broken anywhere instead.
+template <typename Text>
+QTextOption::WrapMode WrapModeFor(const Text& text) {
+  constexpr int kLongWord = 5000;  // characters
+  int length = 0;
+  for (const auto c : text) {
+    length = c == ' ' || c == '\t' || c == '\n' || c == '\r' ? 0 : length + 1;
+    if (length > kLongWord) return QTextOption::WrapAnywhere;
+  }
+  return QTextOption::WrapAtWordBoundaryOrAnywhere;
+}
+
 }  // namespace
 
 ByteTextBox::ByteTextBox(QWidget* parent) : QPlainTextEdit(parent) {
@@ -61,6 +74,7 @@ void ByteTextBox::SetBytes(std::string_view bytes) {
   QTextCursor cursor(document());
   cursor.beginEditBlock();
   document()->clear();
+  setWordWrapMode(WrapModeFor(bytes));
   Insert(texts, cursor);
   cursor.endEditBlock();
   setUndoRedoEnabled(can_undo);
@@ -138,6 +152,7 @@ void ByteTextBox::showEvent(QShowEvent* event) {
 }
 
 void ByteTextBox::Type(const QString& text) {
+  if (WrapModeFor(text) == QTextOption::WrapAnywhere) setWordWrapMode(QTextOption::WrapAnywhere);
   QTextCursor cursor = textCursor();
   cursor.beginEditBlock();
   cursor.removeSelectedText();
