@@ -22,8 +22,8 @@ namespace tessaril {
 ///
 /// Unless the owner says otherwise, long lines are not wrapped, and Tab leaves the box. After
 /// setTabChangesFocus(false) Tab types a tab; Ctrl+Tab leaves the box, and Shift+Tab backwards. A box that is
-/// read-only lets text be selected and copied, by keyboard too. Where lines are wrapped, a text with a word of
-/// many thousand characters is broken anywhere.
+/// read-only lets text be selected and copied, by keyboard too. Where lines are wrapped, a text with a word
+/// of many thousand characters is broken anywhere.
 class ByteTextBox : public QPlainTextEdit {
   Q_OBJECT
 
