@@ -20,11 +20,6 @@ namespace {
 constexpr Place kButtonPlace{0, 4896, 984, 300};  // the left edge is set with the panel
 constexpr QSize kNormalSize{7110, 5355};          // twips
 
-void SetButton(QPushButton& button, const char* caption, const char* tooltip) {
-  button.setText(caption);
-  button.setToolTip(tooltip);
-}
-
 }  // namespace
 
 MainWindow::MainWindow(Session& session, Program& program, QWidget* parent)
@@ -266,7 +261,7 @@ void MainWindow::ReturnToOptions() {
   Picture2.hide();
   cmdUdskriv->setText("&Print");
   ShowSearchButton();
-  SetButton(*cmdExit, "E&xit", "Terminate the programme");
+  SetRole(*cmdExit, "E&xit", "Terminate the programme");
   Picture1.show();
   program_.ShowMainNormal({Pixels(kNormalSize.width()), Pixels(kNormalSize.height())});
   PlaceBtn();
@@ -283,12 +278,12 @@ void MainWindow::ShowResultsPanel() {
 }
 
 void MainWindow::ShowToMainButton() {
-  SetButton(*cmdSearch, "To &Main", "Back to the main screen");
+  SetRole(*cmdSearch, "To &Main", "Back to the main screen");
   cmdSearch->show();
 }
 
 void MainWindow::ShowSearchButton() {
-  SetButton(*cmdSearch, "&Search", "Click to start the search");
+  SetRole(*cmdSearch, "&Search", "Click to start the search");
   cmdSearch->setVisible(!IsChosen(Function::kShowFile));
 }
 

@@ -49,6 +49,7 @@ void ReportView::BeginSearch() {
 }
 
 void ReportView::EndSearch() {
+  if (wanted_.report != nullptr) wanted_ = shown_;  // the finished report follows at once
   UpdateNow();
   searching_ = false;
 }

@@ -31,6 +31,7 @@ class ReportView {
   void ResetCount();
 
   void BeginSearch();
+  /// Findings that are not in the box by now are left to the finished report.
   void EndSearch();
 
   /// Brings box and counter up to date if it is time to.

@@ -6,7 +6,7 @@
 
 #include "engine/search_run.h"
 #include "ui/main/main_window.h"
-#include "ui/shared/message_boxes.h"
+#include "ui/shared/controls.h"
 #include "ui/shared/texts.h"
 
 namespace tessaril {
@@ -81,8 +81,7 @@ bool MainWindow::BeginWalk() {
   frmReplace.SetUp(RowOf(options_.function));
   ShowResultsPanel();
   Picture2.UdTxt->setFocus();
-  cmdExit->setText("&Cancel");
-  cmdExit->setToolTip("Stop the search");
+  SetRole(*cmdExit, "&Cancel", "Stop the search");
   Picture1.filList->SetPattern(options_.cboSearchSpec);
   view_.BeginSearch();
   return true;
@@ -95,8 +94,7 @@ void MainWindow::EndWalk() {
   Picture1.filList->SetFolder(Picture1.dirList->OpenFolder());
   ShowToMainButton();
   cmdSearch->setFocus();
-  cmdExit->setText("E&xit");
-  cmdExit->setToolTip("Terminate the programme");
+  SetRole(*cmdExit, "E&xit", "Terminate the programme");
   cmdUdskriv->show();
   if (!RowOf(options_.function).HtmlOutput) Picture1.cmdSeeResults->show();
 }
@@ -104,19 +102,14 @@ void MainWindow::EndWalk() {
 // The page of external links. Where it cannot be shown as a page, its text is shown, to be saved.
 void MainWindow::ShowPage(const std::string& page) {
   const Status written = program_.WriteTemporaryPage(page, session_.CurrentFile);
-  if (!written.ok()) {
-    host_.Tell("Not saved: " + written.reason());
-  } else if (program_.ShowInBrowser(session_.CurrentFile)) {
-    return;
-  } else {
-    host_.Tell(
-        "Can't display the results in the browser because Microsoft Internet Explorer 4+ is not "
-        "installed.\r\n"
-        "Displays HTML code to be saved as a .htm file to be opened with your normal browser.");
-    if (host_.IsLeaving()) return;
-    program_.NoteMissingBrowser();
-  }
+  if (written.ok() && program_.ShowInBrowser(session_.CurrentFile)) return;
+  host_.Tell(written.ok()
+                 ? "Can't display the results in the browser because Microsoft Internet Explorer 4+ is "
+                   "not installed.\r\nDisplays HTML code to be saved as a .htm file to be opened with "
+                   "your normal browser."
+                 : "Not saved: " + written.reason());
   if (host_.IsLeaving()) return;
+  if (written.ok()) program_.NoteMissingBrowser();
   view_.ShowReport(page, "");
   Picture1.cmdSeeResults->show();
 }

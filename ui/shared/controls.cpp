@@ -48,6 +48,11 @@ QPushButton* MakeButton(QWidget* parent, const char* name, const Place& place, c
   return button;
 }
 
+void SetRole(QPushButton& button, const char* caption, const char* tooltip) {
+  button.setText(caption);
+  button.setToolTip(tooltip);
+}
+
 void Tie(QLabel& label, QWidget& control) {
   label.setBuddy(&control);
   QString name = label.text();

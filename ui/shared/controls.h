@@ -21,6 +21,9 @@ QCheckBox* MakeCheckBox(QWidget* parent, const char* name, const Place& place, c
 QPushButton* MakeButton(QWidget* parent, const char* name, const Place& place, const char* caption,
                         const char* tooltip);
 
+/// Gives a button another role.
+void SetRole(QPushButton& button, const char* caption, const char* tooltip);
+
 /// Says that `label` names `control`.
 void Tie(QLabel& label, QWidget& control);
 

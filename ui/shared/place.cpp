@@ -31,10 +31,6 @@ int Pixels(int twips) {
   return static_cast<int>(std::lround(twips * Scale()));
 }
 
-int Twips(int pixels) {
-  return static_cast<int>(std::lround(pixels / Scale()));
-}
-
 QRect PixelRect(const Place& place) {
   const int left = Pixels(place.left);
   const int top = Pixels(place.top);

@@ -14,9 +14,6 @@ namespace tessaril {
 /// in a larger font everything grows with it, so that no caption is clipped.
 int Pixels(int twips);
 
-/// A length in twips, of pixels on the screen.
-int Twips(int pixels);
-
 /// A control's place in its window, in twips.
 struct Place {
   int left;
