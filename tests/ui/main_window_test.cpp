@@ -264,7 +264,7 @@ TEST(Frame, KeepsWhatItsMenusSay) {
   EXPECT_EQ(driver.Find("UdTxt")->font().pointSizeF(), usual.pointSizeF());
   item("menu0Monospaced")->trigger();
   EXPECT_EQ(driver.Find("UdTxt")->font(), usual);
-  for (const char* const later : {"menu0PrinterFont", "menuHelp", "menu1About"}) {
+  for (const char* const later : {"menuHelp", "menu1About"}) {
     EXPECT_FALSE(item(later)->isEnabled());
   }
   driver.program.Write("~TSLtemp.htm", "a page that a run left");

@@ -10,6 +10,8 @@
 #include <QToolTip>
 #include <iostream>
 
+#include "ui/printing/print_text.h"
+#include "ui/printing/printer_font.h"
 #include "ui/shared/message_boxes.h"
 #include "ui/shared/place.h"
 #include "ui/shared/texts.h"
@@ -70,7 +72,9 @@ QAction* FrameWindow::AddItem(QMenu& menu, const char* name, const char* caption
 void FrameWindow::MakeMenus() {
   QMenu* const menuMisc = menuBar()->addMenu("&Misc.");
   menuMisc->setObjectName("menuMisc");
-  AddItem(*menuMisc, "menu0PrinterFont", "&Printer Font")->setEnabled(false);
+  connect(AddItem(*menuMisc, "menu0PrinterFont", "&Printer Font"), &QAction::triggered, this, [this] {
+    if (ChoosePrinterFont(this, session_)) SaveSettings();
+  });
   menu0Monospaced = AddItem(*menuMisc, "menu0Monospaced", "&Monospaced Results Font");
   menu0Monospaced->setCheckable(true);
   connect(menu0Monospaced, &QAction::toggled, this, [this](bool on) { main_->UseMonospacedFont(on); });
@@ -147,8 +151,8 @@ Status FrameWindow::WriteTemporaryPage(std::string_view page, std::string& path)
   return page_.Write(page);
 }
 
-void FrameWindow::Print(const std::string&, const std::string&) {
-  Tell(this, "This version of the program cannot print yet.");
+void FrameWindow::Print(const std::string& text, const std::string& title) {
+  PrintText(this, session_, text, title);
 }
 
 void FrameWindow::MaximizeMain() {

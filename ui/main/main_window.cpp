@@ -38,7 +38,6 @@ MainWindow::MainWindow(Session& session, Program& program, QWidget* parent)
   setObjectName("MainWindow");
   Picture2.hide();
   cmdUdskriv->hide();
-  cmdUdskriv->setEnabled(false);  // nothing can be printed yet
   Picture1.cmdSeeResults->hide();
   const QString files_tooltip = Picture1.filList->toolTip();
   Picture1.Option1->Select(applied_);
@@ -54,6 +53,8 @@ MainWindow::MainWindow(Session& session, Program& program, QWidget* parent)
 }
 
 void MainWindow::Connect() {
+  connect(cmdUdskriv, &QPushButton::clicked, this,
+          [this] { program_.Print(state_.Results, "Tessaril " + state_.ReportTitle); });
   connect(cmdSearch, &QPushButton::clicked, this, &MainWindow::PressSearch);
   connect(cmdExit, &QPushButton::clicked, this, &MainWindow::PressExit);
   connect(Picture1.cmdSeeResults, &QPushButton::clicked, this, &MainWindow::SeeResults);
