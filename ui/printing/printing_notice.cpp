@@ -35,10 +35,10 @@ void PrintingNotice::ShowPage(int page) {
   Repaint();
 }
 
-// Only what the screen asks for is let through: no keys, no mouse, and no wish of the system to end the
-// program, all of which come when the printing is done.
+// Keys and the mouse wait. A wish of the system to end the program is taken up at once, so that the settings
+// are saved, and comes true when the printing is done.
 void PrintingNotice::Repaint() {
-  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   since_repaint_.start();
 }
 
