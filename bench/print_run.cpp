@@ -2,6 +2,7 @@
 // a document by itself. Usage: print_run TEXT PDF [--toolkit]
 
 #include <QApplication>
+#include <QDir>
 #include <QLineEdit>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -38,7 +39,8 @@ void PrintAsTheProgramDoes(const std::string& text, const QString& pdf) {
   window.show();
   tessaril::Session session;
   session.PrinterFontName = "DejaVu Sans";
-  tessaril::PrintText(&window, session, text, "Tessaril Report");
+  const tessaril::Status status = tessaril::PrintText(&window, session, text, "Tessaril Report");
+  if (!status.ok()) std::cerr << status.reason() << "\n";
 }
 
 }  // namespace
@@ -49,7 +51,7 @@ int main(int argc, char** argv) {
   if (argc < 3) return 2;
   std::ifstream file(argv[1], std::ios::binary);
   const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  const QString pdf = QString::fromLocal8Bit(argv[2]);
+  const QString pdf = QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[2]));
   argc > 3 ? PrintByToolkit(text, pdf) : PrintAsTheProgramDoes(text, pdf);
   return std::filesystem::exists(argv[2]) ? 0 : 1;
 }

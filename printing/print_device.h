@@ -34,7 +34,7 @@ class PrintDevice {
   /// Prints at the current position, which moves to the paper's left edge, a line lower.
   virtual void PrintAndMoveOn(std::string_view text) = 0;
 
-  /// These tell when printing has failed, at the latest at the end.
+  /// These fail when something printed before has failed, as far as that is known by then.
   virtual Status NewPage() = 0;
   virtual Status End() = 0;
 };

@@ -187,7 +187,7 @@ void TextPages::PrintCopy() {
 }  // namespace
 
 Status PrintPages(PrintDevice& device, const PrintJob& job) {
-  device.SetFont(job.font_name, job.font_size > 0 ? job.font_size : kFallbackFontSize);
+  device.SetFont(job.font_name, PrintedFontSize(job.font_size));
   TextPages pages(device, job);
   for (int copy = 0; copy < job.copies && pages.status().ok(); ++copy) {
     if (copy > 0) pages.BeginNextCopy();

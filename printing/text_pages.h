@@ -12,8 +12,11 @@
 
 namespace tessaril {
 
-/// What takes the place of a font size that is none, in points.
-inline constexpr float kFallbackFontSize = 10;
+/// The font size to print in, in points: the one given, or 10 for one that is not above 0.
+constexpr float PrintedFontSize(float size) {
+  constexpr float kFallback = 10;
+  return size > 0 ? size : kFallback;
+}
 
 /// What is printed, and how.
 struct PrintJob {
@@ -21,7 +24,7 @@ struct PrintJob {
   std::string title;      // UTF-8
   std::string date;       // UTF-8, in the user's way of writing it
   std::string font_name;  // UTF-8
-  float font_size = kFallbackFontSize;  // points; 0 and less stand for the fallback
+  float font_size = 0;    // points; see PrintedFontSize
   int copies = 1;
 
   /// Makes UTF-8 without line ends of a piece of the text without CR and LF.

@@ -41,6 +41,19 @@ QStringList LinesOf(const std::string& pdf) {
   return lines;
 }
 
+// Where each word of the first page stands, in points.
+QList<QRectF> WordsOf(const std::string& pdf) {
+  const QString places = Ask("pdftotext", {"-l", "1", "-bbox", QString::fromStdString(pdf), "-"});
+  const QRegularExpression word("<word xMin=\"(.+)\" yMin=\"(.+)\" xMax=\"(.+)\" yMax=\"(.+)\">");
+  QList<QRectF> words;
+  for (auto it = word.globalMatch(places); it.hasNext();) {
+    const QRegularExpressionMatch match = it.next();
+    const auto number = [&match](int i) { return match.captured(i).toDouble(); };
+    words.append(QRectF(QPointF(number(1), number(2)), QPointF(number(3), number(4))));
+  }
+  return words;
+}
+
 // A program that has searched a page for "hit", and a user who prints into a file.
 class Printing : public testing::Test {
  protected:
@@ -93,12 +106,30 @@ TEST_F(Printing, PutsTheEditedReportOnPaper) {
   EXPECT_TRUE(info.contains(QRegularExpression("Pages: +1\n")));
   EXPECT_TRUE(info.contains(QRegularExpression("Page size: +59[45][.0-9]* x 84[12][.0-9]* pts")))
       << info.toStdString();
-  // 20 mm from the left and 15 mm from the top, in points.
-  const QString places = Ask("pdftotext", {"-bbox", QString::fromStdString(pdf), "-"});
-  const QRegularExpressionMatch header =
-      QRegularExpression("<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\"").match(places);
-  EXPECT_NEAR(header.captured(1).toDouble(), 56.7, 0.1);
-  EXPECT_NEAR(header.captured(2).toDouble(), 42.525, 1);
+}
+
+// In points: 20 mm are 56.7, 15 mm 42.5, an A4 page is 595 by 842.
+TEST_F(Printing, KeepsToTheMargins) {
+  Search("hit");
+  std::string text;
+  for (int i = 0; i < 3000; ++i) text += std::to_string(i * 7919 % 10007) + (i % 100 == 99 ? "\r\n" : " ");
+  driver->Find<ByteTextBox>("UdTxt")->SetBytes(text);
+  driver->Press("cmdUdskriv");
+  QRectF all;
+  const QList<QRectF> words = WordsOf(pdf);
+  for (const QRectF& word : words) all |= word;
+  ASSERT_GT(words.size(), 500);
+  EXPECT_NEAR(all.left(), 56.7, 0.1);
+  EXPECT_NEAR(all.top(), 42.5, 1);
+  EXPECT_LT(all.right(), 595 - 42.5 + 1);
+  EXPECT_GT(all.right(), 595 - 42.5 - 10);
+  EXPECT_LT(all.bottom(), 842 - 42.5 + 1);
+  EXPECT_GT(all.bottom(), 842 - 42.5 - 2 * words[0].height());
+  const double dash = words[0].height();  // the rule misses at most a dash, which is narrower than that
+  const auto rule =
+      std::find_if(words.begin(), words.end(), [](const QRectF& word) { return word.width() > 400; });
+  ASSERT_NE(rule, words.end());
+  EXPECT_GT(rule->right(), 595 - 42.5 - dash);
 }
 
 TEST_F(Printing, PrintsEachCopyFromPageOne) {
@@ -160,24 +191,16 @@ TEST_F(Printing, LeavesTheOldFileWhenItFails) {
   EXPECT_EQ(driver->said, std::vector<std::string>{"No text to print!"});
 }
 
+std::string FontSettings(const std::string& font) {
+  return "[LastDir]\r\n   LastDir = /\r\n[Font]\r\n" + font +
+         "[CGI]\r\n   CGI = x\r\n[BrowserFirst]\r\n   BrowserFirst = 0\r\n"
+         "[UPPERcaseFilenames]\r\n   UPPERcaseFilenames = 0\r\n\r\n";
+}
+
 TEST_F(Printing, UsesTheFontThatWasChosen) {
-  const std::string settings =
-      "[LastDir]\r\n   LastDir = /\r\n[Font]\r\n   Size = 0\r\n   Name = No Such Font\r\n[CGI]\r\n   CGI = "
-      "x\r\n"
-      "[BrowserFirst]\r\n   BrowserFirst = 0\r\n[UPPERcaseFilenames]\r\n   UPPERcaseFilenames = 0\r\n\r\n";
-  Search("hit", settings);
-  driver->Press("cmdUdskriv");
-  EXPECT_TRUE(Ask("pdffonts", {QString::fromStdString(pdf)}).contains("DejaVuSans "));
-  const auto height = [this] {
-    const QString places = Ask("pdftotext", {"-bbox", QString::fromStdString(pdf), "-"});
-    const QRegularExpressionMatch word =
-        QRegularExpression("yMin=\"([0-9.]+)\" xMax=\"[0-9.]+\" yMax=\"([0-9.]+)\"").match(places);
-    return word.captured(2).toDouble() - word.captured(1).toDouble();
-  };
-  const double size_10 = height();
-  const std::string before = driver->program.Read("TSL32.ini");
-  bool accepts = false;
+  Search("hit", FontSettings("   Size = 0\r\n   Name = No Such Font\r\n"));
   const auto print_dialog = driver->on_dialog;
+  bool accepts = false;
   driver->on_dialog = [&](QWidget& dialog) {
     auto* const font = qobject_cast<QFontDialog*>(&dialog);
     if (font == nullptr) return print_dialog(dialog);
@@ -185,8 +208,12 @@ TEST_F(Printing, UsesTheFontThatWasChosen) {
     accepts ? font->accept() : font->reject();
   };
   auto* const menu0PrinterFont = driver->start_up->Frame().findChild<QAction*>("menu0PrinterFont");
+  const std::string before = driver->program.Read("TSL32.ini");
   menu0PrinterFont->trigger();
   EXPECT_EQ(driver->program.Read("TSL32.ini"), before);
+  driver->Press("cmdUdskriv");
+  EXPECT_TRUE(Ask("pdffonts", {QString::fromStdString(pdf)}).contains("DejaVuSans "));
+  const double size_10 = WordsOf(pdf)[0].height();
   accepts = true;
   menu0PrinterFont->trigger();
   EXPECT_NE(driver->program.Read("TSL32.ini").find("Size = 20\r\n   Name = DejaVu Serif\r\n"),
@@ -194,7 +221,30 @@ TEST_F(Printing, UsesTheFontThatWasChosen) {
   driver->answers = {"yes"};
   driver->Press("cmdUdskriv");
   EXPECT_TRUE(Ask("pdffonts", {QString::fromStdString(pdf)}).contains("DejaVuSerif "));
-  EXPECT_NEAR(height() / size_10, 2, 0.05);
+  EXPECT_NEAR(WordsOf(pdf)[0].height() / size_10, 2, 0.05);
+}
+
+TEST_F(Printing, ProposesTheFontInUse) {
+  const struct {
+    const char* kept;
+    const char* proposed;
+    const char* accepted;
+  } rows[] = {{"   Size = 14\r\n   Name = DejaVu Serif\r\n", "DejaVu Serif 14", "   Size = 14\r\n"},
+              {"   Size = 8.25\r\n   Name = DejaVu Sans\r\n", "DejaVu Sans 8", "   Size = 8.25\r\n"},
+              {"   Size = -4\r\n   Name = DejaVu Sans Mono\r\n", "DejaVu Sans Mono 10", "   Size = 10\r\n"}};
+  for (const auto& row : rows) {
+    Search("hit", FontSettings(row.kept));
+    driver->on_dialog = [&](QWidget& dialog) {
+      auto* const font = qobject_cast<QFontDialog*>(&dialog);
+      ASSERT_NE(font, nullptr);
+      const QFont shown = font->currentFont();
+      EXPECT_EQ(shown.family() + " " + QString::number(shown.pointSizeF()), row.proposed);
+      EXPECT_FALSE(shown.italic());
+      font->accept();
+    };
+    driver->start_up->Frame().findChild<QAction*>("menu0PrinterFont")->trigger();
+    EXPECT_NE(driver->program.Read("TSL32.ini").find(row.accepted), std::string::npos) << row.accepted;
+  }
 }
 
 }  // namespace

@@ -141,7 +141,10 @@ void FrameWindow::SaveSettings() {
   const Status status = settings_file_.Save(settings);
   if (status.ok() || save_failure_told_) return;
   save_failure_told_ = true;
-  const std::string text = "Settings not saved: " + status.reason();
+  TellFailure("Settings not saved: " + status.reason());
+}
+
+void FrameWindow::TellFailure(const std::string& text) {
   if (!unattended_) return Tell(this, text);
   std::cerr << "tessaril: " << text << "\n";
 }
@@ -152,7 +155,8 @@ Status FrameWindow::WriteTemporaryPage(std::string_view page, std::string& path)
 }
 
 void FrameWindow::Print(const std::string& text, const std::string& title) {
-  PrintText(this, session_, text, title);
+  const Status status = PrintText(this, session_, text, title);
+  if (!status.ok()) TellFailure("Error: " + status.reason());
 }
 
 void FrameWindow::MaximizeMain() {

@@ -61,6 +61,7 @@ class FrameWindow : public QMainWindow, private Program {
   void ChooseViewer(Viewer viewer);
   void Exit();
   void Finish();
+  void TellFailure(const std::string& text);
   static bool ShowToolTip(QObject* object, const QHelpEvent& event);
   QPushButton* ButtonBeforeMenu(const QKeyEvent& event) const;
 

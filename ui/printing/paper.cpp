@@ -1,6 +1,5 @@
 #include "ui/printing/paper.h"
 
-#include <cerrno>
 #include <utility>
 
 #include "ui/printing/printer_font.h"
@@ -16,38 +15,41 @@ QString Characters(std::string_view text) {
 
 }  // namespace
 
-Paper::Paper(PrintTarget& target, std::function<void(int page)> on_page)
-    : target_(target), on_page_(std::move(on_page)) {}
+Paper::Paper(const QPageLayout& layout, const QString& title, std::function<void(int page)> on_page)
+    : writer_(&file_), on_page_(std::move(on_page)) {
+  QPageLayout edge_to_edge = layout;
+  edge_to_edge.setMode(QPageLayout::FullPageMode);
+  writer_.setPageLayout(edge_to_edge);
+  writer_.setTitle(title);
+  writer_.setCreator("Tessaril");
+}
 
 Status Paper::Begin() {
-  if (Status status = target_.Open(); !status.ok()) return status;
-  errno = 0;
-  if (!painter_.begin(&target_.Pages())) {
-    return errno == 0 ? Status::Failure("The printer cannot be used") : Status::System(errno);
-  }
+  if (Status status = file_.Create(); !status.ok()) return status;
+  if (!painter_.begin(&writer_)) return Status::Failure("The pages cannot be drawn");
   on_page_(page_);
-  return target_.Check();
+  return {};
 }
 
 double Paper::FromTwips(double twips) const {
-  return twips * target_.Pages().logicalDpiX() / kTwipsPerInch;
+  return twips * writer_.logicalDpiX() / kTwipsPerInch;
 }
 
 double Paper::ToTwips(double length) const {
-  return length * kTwipsPerInch / target_.Pages().logicalDpiX();
+  return length * kTwipsPerInch / writer_.logicalDpiX();
 }
 
 void Paper::SetFont(const std::string& name, float size) {
   painter_.setFont(PrinterFont(name, size));
-  metrics_.emplace(painter_.font(), &target_.Pages());
+  metrics_.emplace(painter_.font(), &writer_);
 }
 
 double Paper::PageWidth() const {
-  return target_.Pages().pageLayout().fullRect(QPageLayout::Point).width() * 20;
+  return writer_.pageLayout().fullRect(QPageLayout::Point).width() * 20;
 }
 
 double Paper::PageHeight() const {
-  return target_.Pages().pageLayout().fullRect(QPageLayout::Point).height() * 20;
+  return writer_.pageLayout().fullRect(QPageLayout::Point).height() * 20;
 }
 
 double Paper::TextWidth(std::string_view text) const {
@@ -73,16 +75,16 @@ void Paper::PrintAndMoveOn(std::string_view text) {
 }
 
 Status Paper::NewPage() {
-  const bool begun = target_.Pages().newPage();
-  if (Status status = target_.Check(); !status.ok()) return status;
-  if (!begun) return Status::Failure("The printer takes no further page");
+  const bool begun = writer_.newPage();
+  if (!file_.status().ok()) return file_.status();
+  if (!begun) return Status::Failure("The pages cannot be drawn");
   on_page_(++page_);
   return {};
 }
 
 Status Paper::End() {
   painter_.end();
-  return target_.Finish();
+  return file_.status();
 }
 
 }  // namespace tessaril

@@ -4,17 +4,18 @@
 #include <QFile>
 #include <QLocale>
 #include <QPrinter>
-#include <memory>
+#include <string_view>
 
+#include "engine/disk_files.h"
 #include "engine/paths.h"
 #include "printing/text_pages.h"
 #include "ui/printing/paper.h"
-#include "ui/printing/pdf_file.h"
 #include "ui/printing/print_dialog.h"
-#include "ui/printing/printer_job.h"
 #include "ui/printing/printing_notice.h"
+#include "ui/printing/send_to_printer.h"
 #include "ui/shared/byte_text.h"
 #include "ui/shared/message_boxes.h"
+#include "ui/shared/save_file.h"
 
 namespace tessaril {
 namespace {
@@ -26,23 +27,29 @@ std::string ShownLine(std::string_view line) {
   return shown.replace('\n', ' ').toStdString();
 }
 
-std::unique_ptr<PrintTarget> TargetOf(QPrinter& printer) {
-  if (printer.outputFormat() != QPrinter::PdfFormat) return std::make_unique<PrinterJob>(printer);
-  const std::string path = QFile::encodeName(printer.outputFileName()).toStdString();
-  return std::make_unique<PdfFile>(path, printer.pageLayout(), printer.docName());
+Status Deliver(QPrinter& printer, std::string_view pdf) {
+  if (printer.outputFormat() != QPrinter::PdfFormat) return SendToPrinter(printer, pdf);
+  DiskFiles files;
+  return SaveFile(files, QFile::encodeName(printer.outputFileName()).toStdString(), pdf);
 }
 
-Status PrintOn(PrintTarget& target, const PrintJob& job, QWidget& window) {
+Status PrintOn(QPrinter& printer, const PrintJob& job, QWidget& window) {
   PrintingNotice notice(window);
-  Paper paper(target, [&notice](int page) { notice.ShowPage(page); });
+  Paper paper(printer.pageLayout(), printer.docName(), [&notice](int page) { notice.ShowPage(page); });
+  std::string_view pdf;
   Status status = paper.Begin();
-  return status.ok() ? PrintPages(paper, job) : status;
+  if (status.ok()) status = PrintPages(paper, job);
+  if (status.ok()) status = paper.Document(pdf);
+  return status.ok() ? Deliver(printer, pdf) : status;
 }
 
 }  // namespace
 
-void PrintText(QWidget* window, const Session& session, const std::string& text, const std::string& title) {
-  if (text.empty()) return Tell(window, "No text to print!");
+Status PrintText(QWidget* window, const Session& session, const std::string& text, const std::string& title) {
+  if (text.empty()) {
+    Tell(window, "No text to print!");
+    return {};
+  }
   PrintJob job;
   job.text = text;
   job.title = ShownLine(title);
@@ -52,13 +59,9 @@ void PrintText(QWidget* window, const Session& session, const std::string& text,
   job.shown = ShownLine;
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(QString::fromStdString(std::string(NameOf(job.title))).trimmed());
-  if (PrintDialog(printer, window).exec() != QDialog::Accepted) return;
+  if (PrintDialog(printer, window).exec() != QDialog::Accepted) return {};
   job.copies = printer.copyCount();
-  printer.setCopyCount(1);
-  const std::unique_ptr<PrintTarget> target = TargetOf(printer);
-  if (const Status status = PrintOn(*target, job, *window); !status.ok()) {
-    Tell(window, "Error: " + status.reason());
-  }
+  return PrintOn(printer, job, *window);
 }
 
 }  // namespace tessaril

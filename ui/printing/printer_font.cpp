@@ -2,7 +2,10 @@
 
 #include <QFontDatabase>
 #include <QFontDialog>
+#include <QFontInfo>
 #include <algorithm>
+
+#include "printing/text_pages.h"
 
 namespace tessaril {
 
@@ -16,16 +19,23 @@ QFont PrinterFont(const std::string& name, float size) {
   font.setFamilies({known ? family : "sans-serif"});
   font.setStyleHint(QFont::SansSerif);
   font.setLetterSpacing(QFont::PercentageSpacing, 100);  // unchanged, but letters are not joined
-  font.setPointSizeF(std::clamp(size, kSmallest, kLargest));
+  font.setPointSizeF(std::clamp(PrintedFontSize(size), kSmallest, kLargest));
   return font;
 }
 
 bool ChoosePrinterFont(QWidget* window, Session& session) {
-  QFontDialog dialog(PrinterFont(session.PrinterFontName, session.PrinterFontSize), window);
+  const QFont font = PrinterFont(session.PrinterFontName, session.PrinterFontSize);
+  QFont styled(font);
+  styled.setStyleName(QFontInfo(font).styleName());  // else the dialog may propose another, an oblique one
+  QFontDialog dialog(styled, window);
   dialog.setOptions(QFontDialog::ScalableFonts | QFontDialog::NonScalableFonts);
+  const QFont proposed = dialog.currentFont();
   if (dialog.exec() != QDialog::Accepted) return false;
-  session.PrinterFontName = dialog.selectedFont().family().toStdString();
-  session.PrinterFontSize = static_cast<float>(dialog.selectedFont().pointSizeF());
+  const QFont chosen = dialog.selectedFont();
+  // The dialog counts whole points; a size that it could not show stays when the user has not changed it.
+  const bool same_size = chosen.pointSizeF() == proposed.pointSizeF();
+  session.PrinterFontName = chosen.family().toStdString();
+  session.PrinterFontSize = static_cast<float>(same_size ? font.pointSizeF() : chosen.pointSizeF());
   return true;
 }
 

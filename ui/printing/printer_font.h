@@ -10,7 +10,7 @@
 namespace tessaril {
 
 /// The font to print in. In place of a name (UTF-8) that is not installed stands the platform's sans-serif.
-/// A size in points that cannot be printed is taken as the nearest that can, from 1 to 1000.
+/// The size in points is that of PrintedFontSize, but at least 1 and at most 1000.
 QFont PrinterFont(const std::string& name, float size);
 
 /// Lets the user choose name and size of the font that everything is printed in. False, with nothing changed,

@@ -3,7 +3,6 @@
 
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QPointer>
 
 namespace tessaril {
 
