@@ -177,7 +177,7 @@ TEST(TextPages, TakesASizeForOneThatIsNone) {
 }
 
 // The cost of a long line grows with its length, not with its square.
-TEST(TextPages, MeasuresALongLineOnce) {
+TEST(TextPages, DoesNotMeasureALongLineAgainAndAgain) {
   for (const std::string& text :
        {Times(50000, "word\tand "), std::string(400000, 'x'), std::string(400000, ' ')}) {
     RecordingDevice device(80, 50);

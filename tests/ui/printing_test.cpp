@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QFontDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPrintDialog>
 #include <QProcess>
@@ -11,6 +12,7 @@
 #include <QSpinBox>
 #include <QtTest>
 #include <csignal>
+#include <filesystem>
 
 #include "tests/ui/support/driver.h"
 #include "ui/shared/byte_text_box.h"
@@ -54,6 +56,21 @@ QList<QRectF> WordsOf(const std::string& pdf) {
   return words;
 }
 
+// While it lives, writing more to a file fails.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit{bytes, before_.rlim_max};
+    std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &before_); }
+
+ private:
+  rlimit before_{};
+};
+
 // A program that has searched a page for "hit", and a user who prints into a file.
 class Printing : public testing::Test {
  protected:
@@ -64,6 +81,7 @@ class Printing : public testing::Test {
     driver->Press("ShowEach");
     driver->Type("SearchTekst", "hit");
     driver->said.clear();
+    driver->answers = answers;
     driver->on_dialog = [this](QWidget& dialog) {
       if (auto* const print = qobject_cast<QPrintDialog*>(&dialog)) AnswerPrintDialog(*print);
     };
@@ -72,6 +90,8 @@ class Printing : public testing::Test {
 
   void AnswerPrintDialog(QPrintDialog& dialog) {
     if (cancels) return dialog.reject();
+    shown_at_dialog = driver->Report();
+    if (before_print) before_print();
     EXPECT_FALSE(dialog.testOption(QPrintDialog::PrintCollateCopies));
     EXPECT_TRUE(dialog.findChild<QWidget*>("gbPrintRange")->isHidden());
     dialog.findChild<QLineEdit*>("filename")->setText(QString::fromStdString(pdf));
@@ -85,6 +105,9 @@ class Printing : public testing::Test {
   std::string pdf = scratch / "out.pdf";
   int copies = 1;
   bool cancels = false;
+  std::deque<std::string> answers;     // while it searches
+  std::function<void()> before_print;  // when the dialog is open
+  std::string shown_at_dialog;         // in the results box
   std::optional<Driver> driver;
 };
 
@@ -97,7 +120,7 @@ TEST_F(Printing, PutsTheEditedReportOnPaper) {
   const QStringList lines = LinesOf(pdf);
   ASSERT_GT(lines.size(), 12);
   EXPECT_EQ(lines[1], date + " - Tessaril Report Page 1");
-  EXPECT_EQ(lines[2], QString(lines[2].size(), QChar(0x2014)));
+  EXPECT_TRUE(QRegularExpression("^\\x{2014}{20,}$").match(lines[2]).hasMatch());
   EXPECT_TRUE(lines[3].startsWith("Mine: In \"")) << lines[3].toStdString();
   const auto first = lines.indexOf(QString("...first ") + QChar(0xE9) + " hit");
   EXPECT_GT(first, 3);
@@ -149,16 +172,55 @@ TEST_F(Printing, PrintsEachCopyFromPageOne) {
   EXPECT_EQ(lines.count("99"), 2);
 }
 
-// The box shows it shortened.
+// The box shows it shortened, when it has been asked whether to print.
 TEST_F(Printing, PrintsALongReportWhole) {
   std::string page;
   for (int i = 0; i < 600; ++i) page += "hit" + std::to_string(i) + std::string(100, '\n');
+  answers = {"yes"};
   Search(page);
+  EXPECT_EQ(shown_at_dialog.find("*** Report Abbreviated ***"), std::string::npos);
   EXPECT_TRUE(driver->Report().ends_with("*** Report Abbreviated ***"));
-  driver->Press("cmdUdskriv");
-  const QStringList lines = LinesOf(pdf);
-  for (const char* const last : {"hit0", "hit300", "hit599"}) {
-    EXPECT_EQ(lines.filter(QRegularExpression(QString(last) + "$")).size(), 1) << last;
+  for (const char* const title : {" - Tessaril Search results Page 1", " - Tessaril Report Page 1"}) {
+    const QStringList lines = LinesOf(pdf);
+    EXPECT_TRUE(lines.value(1).endsWith(title)) << lines.value(1).toStdString();
+    for (const char* const hit : {"hit0", "hit300", "hit599"}) {
+      EXPECT_EQ(lines.filter(QRegularExpression(QString(hit) + "$")).size(), 1) << hit;
+    }
+    driver->answers = {"yes"};  // the file may be overwritten
+    driver->Press("cmdUdskriv");
+  }
+}
+
+// The wish of the system to end the program comes in the middle, from the print button or in a search.
+TEST_F(Printing, SaysThatItPrintsAndEndsAfterwards) {
+  std::string page;
+  for (int i = 0; i < 800; ++i) page += "hit" + std::to_string(i) + std::string(100, '\n');
+  const struct {
+    bool in_search;
+    rlim_t limit;  // bytes of a file
+  } rows[] = {{false, RLIM_INFINITY}, {false, 60000}, {true, RLIM_INFINITY}, {true, 60000}};
+  for (const auto& row : rows) {
+    std::filesystem::remove(pdf);
+    QStringList notices;
+    std::function<void()> look = [&] {
+      const auto* const notice = driver->start_up->Frame().findChild<QLabel*>("lblPrinting");
+      if (notice == nullptr || !notice->isVisible()) return;
+      if (notices.isEmpty()) driver->start_up->Frame().LeaveUnattended();
+      notices += notice->text();
+      QTimer::singleShot(0, &driver->start_up->Frame(), look);
+    };
+    const FileSizeLimit limit(row.limit);
+    before_print = [&] { QTimer::singleShot(0, &driver->start_up->Frame(), look); };
+    answers = {row.in_search ? "yes" : "no"};
+    Search(page);
+    if (!row.in_search) driver->Press("cmdUdskriv");
+    EXPECT_GT(notices.size(), 0);
+    if (row.limit == RLIM_INFINITY) {
+      EXPECT_TRUE(QRegularExpression("^Printing page [0-9]+ \\.\\.\\.$").match(notices.last()).hasMatch());
+    }
+    EXPECT_EQ(driver->said.size(), row.in_search ? 1u : 2u) << driver->LastSaid();  // the question only
+    EXPECT_EQ(std::filesystem::exists(pdf), row.limit == RLIM_INFINITY);
+    EXPECT_NE(driver->program.Read("TSL32.ini").find("LastDir = " + scratch / "site\r\n"), std::string::npos);
   }
 }
 
@@ -170,13 +232,10 @@ TEST_F(Printing, LeavesTheOldFileWhenItFails) {
   const std::string before = "an old file";
   scratch.Write("out.pdf", before);
   driver->answers = {"yes"};  // it may be overwritten
-  rlimit limit{};
-  getrlimit(RLIMIT_FSIZE, &limit);
-  const rlimit small{60000, limit.rlim_max};
-  std::signal(SIGXFSZ, SIG_IGN);
-  setrlimit(RLIMIT_FSIZE, &small);
-  driver->Press("cmdUdskriv");
-  setrlimit(RLIMIT_FSIZE, &limit);
+  {
+    const FileSizeLimit limit(60000);
+    driver->Press("cmdUdskriv");
+  }
   EXPECT_EQ(driver->LastSaid(), "Error: File too large");
   EXPECT_EQ(scratch.Read("out.pdf"), before);
   EXPECT_EQ(scratch.Names(), (std::vector<std::string>{"out.pdf", "site"}));
