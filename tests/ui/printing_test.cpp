@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <QAction>
 #include <QFontDialog>
@@ -83,7 +84,11 @@ class Printing : public testing::Test {
     driver->said.clear();
     driver->answers = answers;
     driver->on_dialog = [this](QWidget& dialog) {
-      if (auto* const print = qobject_cast<QPrintDialog*>(&dialog)) AnswerPrintDialog(*print);
+      if (auto* const print = qobject_cast<QPrintDialog*>(&dialog)) return AnswerPrintDialog(*print);
+      if (!ends_at_question || !dialog.property("text").toString().contains("overwrite")) return;
+      was_asked = true;
+      driver->start_up->Frame().LeaveUnattended();
+      dialog.hide();
     };
     driver->Press("cmdSearch");
   }
@@ -99,12 +104,15 @@ class Printing : public testing::Test {
     for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
       if (button->text() == "&Print") button->click();
     }
+    if (dialog.isVisible()) dialog.reject();
   }
 
   ScratchFolder scratch;
   std::string pdf = scratch / "out.pdf";
   int copies = 1;
   bool cancels = false;
+  bool ends_at_question = false;  // the program, when it asks whether to overwrite
+  bool was_asked = false;
   std::deque<std::string> answers;     // while it searches
   std::function<void()> before_print;  // when the dialog is open
   std::string shown_at_dialog;         // in the results box
@@ -199,6 +207,7 @@ TEST_F(Printing, SaysThatItPrintsAndEndsAfterwards) {
     bool in_search;
     rlim_t limit;  // bytes of a file
   } rows[] = {{false, RLIM_INFINITY}, {false, 60000}, {true, RLIM_INFINITY}, {true, 60000}};
+  qsizetype pages = 0;  // that were named
   for (const auto& row : rows) {
     std::filesystem::remove(pdf);
     QStringList notices;
@@ -215,13 +224,12 @@ TEST_F(Printing, SaysThatItPrintsAndEndsAfterwards) {
     Search(page);
     if (!row.in_search) driver->Press("cmdUdskriv");
     EXPECT_GT(notices.size(), 0);
-    if (row.limit == RLIM_INFINITY) {
-      EXPECT_TRUE(QRegularExpression("^Printing page [0-9]+ \\.\\.\\.$").match(notices.last()).hasMatch());
-    }
+    pages += notices.filter(QRegularExpression("^Printing page [0-9]+ \\.\\.\\.$")).size();
     EXPECT_EQ(driver->said.size(), row.in_search ? 1u : 2u) << driver->LastSaid();  // the question only
     EXPECT_EQ(std::filesystem::exists(pdf), row.limit == RLIM_INFINITY);
     EXPECT_NE(driver->program.Read("TSL32.ini").find("LastDir = " + scratch / "site\r\n"), std::string::npos);
   }
+  EXPECT_GT(pages, 0);
 }
 
 TEST_F(Printing, LeavesTheOldFileWhenItFails) {
@@ -248,6 +256,41 @@ TEST_F(Printing, LeavesTheOldFileWhenItFails) {
   driver->Find<ByteTextBox>("UdTxt")->SetBytes("");
   driver->Press("cmdUdskriv");
   EXPECT_EQ(driver->said, std::vector<std::string>{"No text to print!"});
+}
+
+// The program is told to end while it asks that: after a search, or in one.
+TEST_F(Printing, OverwritesNothingUnaskedWhenTheProgramEnds) {
+  scratch.Write("out.pdf", "an old file");
+  ends_at_question = true;
+  for (const int hits : {1, 600}) {
+    std::string page;
+    for (int i = 0; i < hits; ++i) page += "hit" + std::string(100, '\n');
+    answers = {"yes"};
+    was_asked = false;
+    Search(page);
+    if (hits == 1) driver->Press("cmdUdskriv");
+    EXPECT_TRUE(was_asked);
+    EXPECT_EQ(scratch.Read("out.pdf"), "an old file");
+  }
+}
+
+TEST_F(Printing, RefusesWhatIsNoFile) {
+  std::filesystem::create_symlink("nowhere", scratch / "link");
+  mkfifo((scratch / "pipe").c_str(), 0666);
+  Search("hit");
+  const struct {
+    const char* name;
+    const char* reason;
+  } rows[] = {{"site", "Is a directory"},
+              {"pipe", "Not a regular file"},
+              {"link", "No such file or directory"},
+              {"none/out.pdf", "No such file or directory"}};
+  for (const auto& row : rows) {
+    pdf = scratch / row.name;
+    driver->Press("cmdUdskriv");
+    EXPECT_EQ(driver->LastSaid(), pdf + ": " + row.reason);
+  }
+  EXPECT_EQ(scratch.Names(), (std::vector<std::string>{"link", "pipe", "site"}));
 }
 
 std::string FontSettings(const std::string& font) {

@@ -1,7 +1,14 @@
 #include "ui/printing/print_dialog.h"
 
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QPrinter>
+
+#include "engine/disk_files.h"
+#include "ui/shared/message_boxes.h"
+#include "ui/shared/save_file.h"
 
 namespace tessaril {
 
@@ -10,10 +17,12 @@ PrintDialog::PrintDialog(QPrinter& printer, QWidget* window) : QPrintDialog(&pri
        {PrintPageRange, PrintSelection, PrintCurrentPage, PrintCollateCopies}) {
     setOption(option, false);
   }
+  auto* const buttons = findChild<QDialogButtonBox*>();
+  disconnect(buttons, &QDialogButtonBox::accepted, this, nullptr);
+  connect(buttons, &QDialogButtonBox::accepted, this, &PrintDialog::Check);
   // On some screens the toolkit proposes a folder only.
   auto* const file = findChild<QLineEdit*>("filename");
-  if (file == nullptr || !file->text().endsWith('/')) return;
-  file->setText(file->text() + printer.docName() + ".pdf");
+  if (file->text().endsWith('/')) file->setText(file->text() + printer.docName() + ".pdf");
 }
 
 // With a print system that can choose pages itself the toolkit offers that each time the dialog is shown.
@@ -22,6 +31,28 @@ void PrintDialog::setVisible(bool visible) {
   for (const char* const name : {"gbPrintRange", "reverse"}) {
     if (auto* const control = findChild<QWidget*>(name)) control->hide();
   }
+}
+
+// The toolkit checks a file by opening it, which waits for ever at a pipe and takes a symbolic link away, and
+// overwrites it when the end of the program closes its question. Its check of a printer's options is kept.
+void PrintDialog::Check() {
+  const auto* const file = findChild<QLineEdit*>("filename");
+  if (!file->isEnabled()) {
+    QMetaObject::invokeMethod(this, "_q_checkFields");
+  } else if (FileWillDo(QDir::home().absoluteFilePath(file->text()))) {
+    accept();
+  }
+}
+
+bool PrintDialog::FileWillDo(const QString& path) {
+  DiskFiles files;
+  const std::string name = path.toStdString();
+  if (const Status status = LookBeforeSaving(files, QFile::encodeName(path).toStdString()); !status.ok()) {
+    Tell(this, name + ": " + status.reason());
+    return false;
+  }
+  return !QFileInfo::exists(path) ||
+         AskYesNo(this, name + " already exists.\r\nDo you want to overwrite it?", "Print");
 }
 
 }  // namespace tessaril

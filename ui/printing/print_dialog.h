@@ -6,13 +6,18 @@
 namespace tessaril {
 
 /// The platform's print dialog, without what this program leaves aside: a text is always printed whole, in
-/// its order, copy after copy.
+/// its order, copy after copy. A file is looked at before it is chosen, and overwritten only when the user
+/// says so.
 class PrintDialog : public QPrintDialog {
  public:
   /// `printer` takes the user's choice.
   PrintDialog(QPrinter& printer, QWidget* window);
 
   void setVisible(bool visible) override;
+
+ private:
+  void Check();
+  bool FileWillDo(const QString& path);
 };
 
 }  // namespace tessaril

@@ -12,6 +12,9 @@ namespace tessaril {
 /// as a whole or not at all.
 Status SaveFile(Files& files, const std::string& path, std::string_view content);
 
+/// Whether that may be expected to succeed, without touching the file.
+Status LookBeforeSaving(Files& files, const std::string& path);
+
 }  // namespace tessaril
 
 #endif  // TESSARIL_UI_SHARED_SAVE_FILE_H_
