@@ -58,7 +58,7 @@ class TextPages {
   void PrintLine(std::string_view text);
   void BeginNextPage(double line_height);
   void PrintTextLine(std::string_view line, bool is_last);
-  std::string_view LongestPiece(std::string_view rest) const;
+  std::string_view LongestPiece(std::string_view rest);
 
   PrintDevice& device_;
   const PrintJob& job_;
@@ -68,7 +68,8 @@ class TextPages {
   std::string rule_;
   int page_ = 1;
   double y_ = 0;
-  bool has_text_ = false;  // the page, below its header
+  bool has_text_ = false;           // the page, below its header
+  std::size_t usual_length_ = 100;  // bytes, of a part of a line that was too wide
   Status status_;
 };
 
@@ -83,13 +84,14 @@ TextPages::TextPages(PrintDevice& device, const PrintJob& job)
   for (double i = 0; i < dashes; ++i) rule_ += kEmDash;
 }
 
-// The width of a text; of one that is much wider than `limit` perhaps only that of a beginning that is, too.
+// The width of a text; of one that is wider than `limit` perhaps only that of a beginning that is, too.
 double TextPages::Width(std::string_view text, double limit) const {
-  constexpr std::size_t kFirstLook = 512;  // bytes, more than a line usually holds
+  constexpr std::size_t kFirstLook = 128;  // bytes, about a line
+  constexpr double kSurely =
+      1.25;  // what follows may move back a little (kerning, marks), but not by a fifth
   for (std::size_t size = kFirstLook; size < text.size(); size *= 2) {
-    // What follows may move back a little (kerning, marks), but never by half.
     const double width = device_.TextWidth(WithTabsExpanded(Beginning(text, size)));
-    if (width > 2 * limit) return width;
+    if (width > kSurely * limit) return width;
   }
   return device_.TextWidth(WithTabsExpanded(text));
 }
@@ -145,14 +147,20 @@ void TextPages::BeginNextPage(double line_height) {
   }
 }
 
-// The part of a line that is too wide which is printed next: up to one of its blanks, or all of it.
-std::string_view TextPages::LongestPiece(std::string_view rest) const {
-  const std::size_t first = rest.find(' ');
-  std::size_t end = first;
-  for (std::size_t blank = first; blank != std::string_view::npos; blank = rest.find(' ', blank + 1)) {
-    if (Width(rest.substr(0, blank), printable_width_) > printable_width_) break;
-    end = blank;
-  }
+// The part of a line that is too wide which is printed next: up to the last blank before which the text fits,
+// or to the first one when there is none, or all of it. The search begins where the last such part ended,
+// since texts grow with each word and lines are much alike.
+std::string_view TextPages::LongestPiece(std::string_view rest) {
+  constexpr std::size_t kNone = std::string_view::npos;
+  const auto fits = [&](std::size_t blank) {
+    return Width(rest.substr(0, blank), printable_width_) <= printable_width_;
+  };
+  std::size_t end = rest.rfind(' ', usual_length_);
+  while (end != kNone && !fits(end)) end = end == 0 ? kNone : rest.rfind(' ', end - 1);
+  std::size_t next = rest.find(' ', end == kNone ? 0 : end + 1);
+  for (; next != kNone && fits(next); next = rest.find(' ', next + 1)) end = next;
+  if (end == kNone) return rest.substr(0, next);
+  usual_length_ = end;
   return rest.substr(0, end);
 }
 

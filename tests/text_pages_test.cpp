@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 #include <vector>
 
 #include "engine/characters.h"
@@ -124,6 +125,29 @@ TEST(TextPages, WrapsAtTheLastBlankThatFits) {
       {"aaaa bbbb cccc d\te", "aaaa bbbb cccc|d       e|"},  // counted from the piece's start
   };
   for (const auto& row : rows) EXPECT_EQ(LinesOf(row.text), row.lines) << row.text;
+}
+
+// The same, blank by blank.
+std::string PlainLinesOf(std::string rest, std::size_t columns) {
+  std::string lines;
+  while (rest.size() >= columns) {
+    std::size_t piece = rest.find(' ');
+    for (std::size_t blank = piece; blank <= columns; blank = rest.find(' ', blank + 1)) piece = blank;
+    lines += rest.substr(0, std::min(piece, columns + 8)) + "|";
+    rest.erase(0, std::max(piece, piece + 1));
+    if (piece == std::string::npos || rest.empty()) return lines;
+  }
+  return lines + rest + "|";
+}
+
+TEST(TextPages, WrapsAsBlankByBlank) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 2000; ++round) {
+    std::string text(1 + random() % 100, 'x');
+    const std::uint_fast32_t words = 1 + random() % 30;
+    for (char& c : text) c = random() % words == 0 ? ' ' : 'x';
+    EXPECT_EQ(LinesOf(text), PlainLinesOf(text, 16)) << text;
+  }
 }
 
 TEST(TextPages, HeadsEachPageOfEachCopy) {
