@@ -183,7 +183,7 @@ TEST_F(Printing, PrintsEachCopyFromPageOne) {
 // The box shows it shortened, when it has been asked whether to print.
 TEST_F(Printing, PrintsALongReportWhole) {
   std::string page;
-  for (int i = 0; i < 600; ++i) page += "hit" + std::to_string(i) + std::string(100, '\n');
+  for (int i = 0; i < 600; ++i) page += "hit" + std::to_string(i) + "\n" + std::string(100, '-') + "\n";
   answers = {"yes"};
   Search(page);
   EXPECT_EQ(shown_at_dialog.find("*** Report Abbreviated ***"), std::string::npos);
@@ -202,7 +202,7 @@ TEST_F(Printing, PrintsALongReportWhole) {
 // The wish of the system to end the program comes in the middle, from the print button or in a search.
 TEST_F(Printing, SaysThatItPrintsAndEndsAfterwards) {
   std::string page;
-  for (int i = 0; i < 800; ++i) page += "hit" + std::to_string(i) + std::string(100, '\n');
+  for (int i = 0; i < 400; ++i) page += "hit" + std::to_string(i) + std::string(100, '\n');
   const struct {
     bool in_search;
     rlim_t limit;  // bytes of a file
