@@ -12,7 +12,7 @@ constexpr qint64 kPause = 100;     // milliseconds from one repaint to the next
 
 }  // namespace
 
-PrintingNotice::PrintingNotice(QWidget& window) : lblPrinting_("Printing ...", &window) {
+PrintingNotice::PrintingNotice(QWidget& window) : lblPrinting_(&window) {
   lblPrinting_.setObjectName("lblPrinting");
   lblPrinting_.setAlignment(Qt::AlignCenter);
   lblPrinting_.setAutoFillBackground(true);
@@ -22,7 +22,7 @@ PrintingNotice::PrintingNotice(QWidget& window) : lblPrinting_("Printing ...", &
   lblPrinting_.setGeometry(place);
   lblPrinting_.show();
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  Repaint();
+  ShowPage(1);
 }
 
 PrintingNotice::~PrintingNotice() {
@@ -30,14 +30,10 @@ PrintingNotice::~PrintingNotice() {
 }
 
 void PrintingNotice::ShowPage(int page) {
-  if (since_repaint_.elapsed() < kPause) return;
+  if (since_repaint_.isValid() && since_repaint_.elapsed() < kPause) return;
   lblPrinting_.setText("Printing page " + QString::number(page) + " ...");
-  Repaint();
-}
-
-// Keys and the mouse wait. A wish of the system to end the program is taken up at once, so that the settings
-// are saved, and comes true when the printing is done.
-void PrintingNotice::Repaint() {
+  // Keys and the mouse wait. A wish of the system to end the program is taken up at once, so that the
+  // settings are saved, and comes true when the printing is done.
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   since_repaint_.start();
 }

@@ -15,12 +15,10 @@ class PrintingNotice {
   PrintingNotice(const PrintingNotice&) = delete;
   PrintingNotice& operator=(const PrintingNotice&) = delete;
 
-  /// A page, counted from 1, is begun.
+  /// A page, counted from 1, is begun. Shown a few times a second.
   void ShowPage(int page);
 
  private:
-  void Repaint();
-
   QLabel lblPrinting_;
   QElapsedTimer since_repaint_;
 };
