@@ -18,10 +18,11 @@ PrintDialog::PrintDialog(QPrinter& printer, QWidget* window) : QPrintDialog(&pri
     setOption(option, false);
   }
   auto* const buttons = findChild<QDialogButtonBox*>();
+  auto* const file = findChild<QLineEdit*>("filename");
+  if (buttons == nullptr || file == nullptr) return;  // a dialog of the platform's own
   disconnect(buttons, &QDialogButtonBox::accepted, this, nullptr);
   connect(buttons, &QDialogButtonBox::accepted, this, &PrintDialog::Check);
   // On some screens the toolkit proposes a folder only.
-  auto* const file = findChild<QLineEdit*>("filename");
   if (file->text().endsWith('/')) file->setText(file->text() + printer.docName() + ".pdf");
 }
 
