@@ -87,8 +87,8 @@ TextPages::TextPages(PrintDevice& device, const PrintJob& job)
 // The width of a text; of one that is wider than `limit` perhaps only that of a beginning that is, too.
 double TextPages::Width(std::string_view text, double limit) const {
   constexpr std::size_t kFirstLook = 128;  // bytes, about a line
-  constexpr double kSurely =
-      1.25;  // what follows may move back a little (kerning, marks), but not by a fifth
+  // What follows may move back a little (kerning, marks), but not by a fifth.
+  constexpr double kSurely = 1.25;
   for (std::size_t size = kFirstLook; size < text.size(); size *= 2) {
     const double width = device_.TextWidth(WithTabsExpanded(Beginning(text, size)));
     if (width > kSurely * limit) return width;

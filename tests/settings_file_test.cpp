@@ -1,19 +1,18 @@
 #include "settings/settings_file.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
-#include <csignal>
 #include <filesystem>
 #include <memory>
 #include <thread>
 #include <vector>
 
 #include "settings/temporary_page.h"
+#include "tests/support/file_size_limit.h"
 #include "tests/support/scratch_folder.h"
 
 namespace tessaril {
@@ -111,15 +110,10 @@ TEST_F(SettingsFileTest, FailsWithoutATrace) {
   EXPECT_EQ(pipe.Save(kSettings).reason(), "Not a regular file");
   // The disk is full, as far as this process can tell, in the middle of writing.
   scratch.Write("c/TSL32.ini", "old");
-  const auto old_handler = signal(SIGXFSZ, SIG_IGN);
-  rlimit limit{};
-  getrlimit(RLIMIT_FSIZE, &limit);
-  const rlimit ten_bytes{10, limit.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &ten_bytes);
-  const Status full = SettingsFile(scratch / "c", "/").Save(kSettings);
-  setrlimit(RLIMIT_FSIZE, &limit);
-  signal(SIGXFSZ, old_handler);
-  EXPECT_EQ(full.reason(), "File too large");
+  {
+    const FileSizeLimit limit(10);
+    EXPECT_EQ(SettingsFile(scratch / "c", "/").Save(kSettings).reason(), "File too large");
+  }
   chmod((scratch / "c").c_str(), 0777);
   chmod((scratch / "c/TSL32.ini").c_str(), 0444);
   const Unprivileged unprivileged;

@@ -1,25 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
-#include <QPrintDialog>
-#include <QProcess>
-#include <QPushButton>
-#include <QSpinBox>
 #include <QtTest>
 
 #include "tests/ui/support/driver.h"
+#include "tests/ui/support/print_steps.h"
 
 // What only a print system shows. tools/with_printer gives one.
 
 namespace tessaril {
 namespace {
-
-QString Ask(const QString& program, const QStringList& arguments) {
-  QProcess process;
-  process.start(program, arguments);
-  EXPECT_TRUE(process.waitForFinished()) << program.toStdString();
-  return QString::fromUtf8(process.readAllStandardOutput());
-}
 
 TEST(RealPrinter, TakesJobsOrSaysWhyNot) {
   const struct {
@@ -46,11 +36,7 @@ TEST(RealPrinter, TakesJobsOrSaysWhyNot) {
       auto* const print = qobject_cast<QPrintDialog*>(&dialog);
       if (print == nullptr) return;
       print->findChild<QComboBox*>("printers")->setCurrentText(row.printer);
-      print->findChild<QSpinBox*>("copies")->setValue(row.copies);
-      EXPECT_TRUE(print->findChild<QWidget*>("gbPrintRange")->isHidden());
-      for (QPushButton* const button : print->findChildren<QPushButton*>()) {
-        if (button->text() == "&Print") button->click();
-      }
+      PressPrint(*print, row.copies);
     };
     driver.Press("cmdUdskriv");
     EXPECT_EQ(driver.said, row.said);
