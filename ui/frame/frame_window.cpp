@@ -29,6 +29,16 @@ QSize PixelSize(QSize twips) {
   return {Pixels(twips.width()), Pixels(twips.height())};
 }
 
+// The button of a window with an access key; null when there is none that can be pressed.
+QPushButton* ButtonFor(const QWidget& window, const QKeySequence& access_key) {
+  for (QPushButton* const button : window.findChildren<QPushButton*>()) {
+    if (button->isVisible() && button->isEnabled() && QKeySequence::mnemonic(button->text()) == access_key) {
+      return button;
+    }
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 FrameWindow::FrameWindow(Session& session, const SettingsFile& settings_file, TemporaryPage& page)
@@ -52,7 +62,7 @@ FrameWindow::~FrameWindow() {
 
 void FrameWindow::Open(const Settings& settings) {
   main_ = new MainWindow(session_, *this);
-  main_child_ = area_.addSubWindow(main_, Qt::SubWindow | Qt::FramelessWindowHint);
+  area_.Add(main_);
   connect(main_, &MainWindow::RunEnded, this, [this] {
     if (leaving_) Finish();
   });
@@ -160,12 +170,11 @@ void FrameWindow::Print(const std::string& text, const std::string& title) {
 }
 
 void FrameWindow::MaximizeMain() {
-  main_child_->showMaximized();
+  area_.ShowMaximized(*main_);
 }
 
 void FrameWindow::ShowMainNormal(QSize size) {
-  main_child_->showNormal();
-  main_child_->setGeometry(QRect({}, size));
+  area_.ShowNormal(*main_, size);
 }
 
 void FrameWindow::Exit() {
@@ -227,10 +236,10 @@ bool FrameWindow::ShowToolTip(QObject* object, const QHelpEvent& event) {
 }
 
 QPushButton* FrameWindow::ButtonBeforeMenu(const QKeyEvent& event) const {
-  if (event.modifiers() != Qt::AltModifier || main_ == nullptr || !isActiveWindow()) return nullptr;
+  if (event.modifiers() != Qt::AltModifier || area_.Shown() == nullptr || !isActiveWindow()) return nullptr;
   const QKeySequence key(event.keyCombination());
   for (const QAction* const menu : menuBar()->actions()) {
-    if (QKeySequence::mnemonic(menu->text()) == key) return main_->ButtonFor(key);
+    if (QKeySequence::mnemonic(menu->text()) == key) return ButtonFor(*area_.Shown(), key);
   }
   return nullptr;
 }

@@ -3,12 +3,11 @@
 
 #include <QAction>
 #include <QMainWindow>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <memory>
 
 #include "settings/settings_file.h"
 #include "settings/temporary_page.h"
+#include "ui/frame/child_area.h"
 #include "ui/main/main_window.h"
 #include "ui/main/program.h"
 #include "ui/shared/session.h"
@@ -68,9 +67,8 @@ class FrameWindow : public QMainWindow, private Program {
   Session& session_;
   const SettingsFile& settings_file_;
   TemporaryPage& page_;
-  QMdiArea area_;
+  ChildArea area_;
   MainWindow* main_ = nullptr;
-  QMdiSubWindow* main_child_ = nullptr;
   QAction* menu0Monospaced = nullptr;
   QAction* menuStartInBrowser = nullptr;
   QAction* menuStartInEditor = nullptr;

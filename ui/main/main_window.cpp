@@ -132,15 +132,6 @@ bool MainWindow::OpenFolder(const std::string& folder) {
   return Picture1.dirList->Open(folder);
 }
 
-QPushButton* MainWindow::ButtonFor(const QKeySequence& access_key) const {
-  for (QPushButton* const button : findChildren<QPushButton*>()) {
-    if (button->isVisible() && button->isEnabled() && QKeySequence::mnemonic(button->text()) == access_key) {
-      return button;
-    }
-  }
-  return nullptr;
-}
-
 void MainWindow::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   if (window()->isMinimized()) return;

@@ -48,9 +48,6 @@ class MainWindow : public QWidget, private RunStage {
   /// Cancels the run because the program is to be left; no report is shown any more.
   void StopRun() { host_.CancelAndLeave(); }
 
-  /// The button of the visible panel with an access key; null when there is none.
-  QPushButton* ButtonFor(const QKeySequence& access_key) const;
-
  signals:
   void RunEnded();
 
