@@ -6,8 +6,8 @@
 
 namespace tessaril {
 
-/// The room inside the frame for the windows of the program. They have no title bar and no frame of their own,
-/// and one is shown at a time: the others are hidden first.
+/// The room inside the frame for the windows of the program. They have no title bar and no frame of their
+/// own, and one is shown at a time: the others are hidden first.
 class ChildArea : public QMdiArea {
   Q_OBJECT
 

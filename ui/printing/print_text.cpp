@@ -1,21 +1,16 @@
 #include "ui/printing/print_text.h"
 
 #include <QDate>
-#include <QFile>
 #include <QLocale>
-#include <QPrinter>
 #include <string_view>
 
-#include "engine/disk_files.h"
 #include "engine/paths.h"
 #include "printing/text_pages.h"
 #include "ui/printing/paper.h"
-#include "ui/printing/print_dialog.h"
+#include "ui/printing/print_target.h"
 #include "ui/printing/printing_notice.h"
-#include "ui/printing/send_to_printer.h"
 #include "ui/shared/byte_text.h"
 #include "ui/shared/message_boxes.h"
-#include "ui/shared/save_file.h"
 
 namespace tessaril {
 namespace {
@@ -27,20 +22,15 @@ std::string ShownLine(std::string_view line) {
   return shown.replace('\n', ' ').toStdString();
 }
 
-Status Deliver(QPrinter& printer, std::string_view pdf) {
-  if (printer.outputFormat() != QPrinter::PdfFormat) return SendToPrinter(printer, pdf);
-  DiskFiles files;
-  return SaveFile(files, QFile::encodeName(printer.outputFileName()).toStdString(), pdf);
-}
-
-Status PrintOn(QPrinter& printer, const PrintJob& job, QWidget& window) {
+// The copies are pages like others, so that a file holds them, too.
+Status PrintOn(PrintTarget& target, const PrintJob& job, QWidget& window) {
   PrintingNotice notice(window);
-  Paper paper(printer.pageLayout(), printer.docName(), [&notice](int page) { notice.ShowPage(page); });
+  Paper paper(target.Layout(), target.name(), [&notice](int page) { notice.ShowPage(page); });
   std::string_view pdf;
   Status status = paper.Begin();
   if (status.ok()) status = PrintPages(paper, job);
   if (status.ok()) status = paper.Document(pdf);
-  return status.ok() ? Deliver(printer, pdf) : status;
+  return status.ok() ? target.Deliver(pdf, 1) : status;
 }
 
 }  // namespace
@@ -57,11 +47,10 @@ Status PrintText(QWidget* window, const Session& session, const std::string& tex
   job.font_name = session.PrinterFontName;
   job.font_size = session.PrinterFontSize;
   job.shown = ShownLine;
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setDocName(QString::fromStdString(std::string(NameOf(job.title))).trimmed());
-  if (PrintDialog(printer, window).exec() != QDialog::Accepted) return {};
-  job.copies = printer.copyCount();
-  return PrintOn(printer, job, *window);
+  PrintTarget target(QString::fromStdString(std::string(NameOf(job.title))).trimmed());
+  if (!target.Choose(window)) return {};
+  job.copies = target.Copies();
+  return PrintOn(target, job, *window);
 }
 
 }  // namespace tessaril

@@ -73,9 +73,10 @@ Status SendDocument(const char* name, int job, const char* title, std::string_vi
 
 }  // namespace
 
-Status SendToPrinter(QPrinter& printer, std::string_view pdf) {
+Status SendToPrinter(QPrinter& printer, std::string_view pdf, int copies) {
   JobOptions options;
   TakeOptions(printer, options);
+  options.Add("copies", QString::number(copies));
   // Behind "/" stands the name of a set of options, which the list holds.
   const QByteArray name = printer.printerName().section('/', 0, 0).toLocal8Bit();
   const QByteArray title = printer.docName().toUtf8();

@@ -9,8 +9,8 @@
 namespace tessaril {
 
 /// Hands a PDF document to the print system as one job, with what the user has chosen for `printer`, but in
-/// one copy. Fails in the print system's words when it does not take the job; nothing is printed then.
-Status SendToPrinter(QPrinter& printer, std::string_view pdf);
+/// `copies` copies. Fails in the print system's words when it does not take the job; nothing is printed then.
+Status SendToPrinter(QPrinter& printer, std::string_view pdf, int copies);
 
 }  // namespace tessaril
 
