@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "engine/functions.h"
+#include "ui/browser/browser_plugin.h"
 #include "ui/frame/start_up.h"
 
 extern char** environ;
@@ -59,7 +60,7 @@ int main(int argc, char** argv) {
   const int rounds = std::stoi(argv[1]);
   const int function = std::stoi(argv[5]);
   const std::string text = argc > 6 ? argv[6] : "";
-  tessaril::StartUp start_up(argv[3], argv[3]);
+  tessaril::StartUp start_up(argv[3], argv[3], tessaril::BrowserFromPlugin(argv[3]));
   if (!start_up.Run() || !start_up.OpenFolder(argv[4])) return 2;
   tessaril::FrameWindow& frame = start_up.Frame();
   frame.show();

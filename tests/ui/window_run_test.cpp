@@ -12,6 +12,7 @@
 
 #include "tests/support/program.h"
 #include "tests/ui/support/driver.h"
+#include "ui/browser/browser_plugin.h"
 #include "ui/main/folder_list.h"
 #include "ui/shared/byte_text_box.h"
 
@@ -379,7 +380,7 @@ TEST(StartUp, TakesTheCurrentFolderForOneThatIsNone) {
 
 TEST(StartUp, EndsWithoutEntityData) {
   ScratchFolder scratch;
-  StartUp start_up(scratch.path(), scratch / "user");
+  StartUp start_up(scratch.path(), scratch / "user", BrowserFromPlugin(scratch.path()));
   QString told;
   QTimer::singleShot(0, [&told] {
     auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());

@@ -9,10 +9,10 @@
 #include "engine/run_host.h"
 #include "engine/safe_colours.h"
 #include "ui/dialogs/answer_button.h"
-#include "ui/dialogs/cut_label.h"
 #include "ui/dialogs/kept_dialog.h"
 #include "ui/dialogs/safe_colour_dialog.h"
 #include "ui/shared/byte_text_box.h"
+#include "ui/shared/cut_label.h"
 
 namespace tessaril {
 

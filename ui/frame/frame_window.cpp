@@ -41,11 +41,13 @@ QPushButton* ButtonFor(const QWidget& window, const QKeySequence& access_key) {
 
 }  // namespace
 
-FrameWindow::FrameWindow(Session& session, const SettingsFile& settings_file, TemporaryPage& page)
-    : session_(session), settings_file_(settings_file), page_(page) {
+FrameWindow::FrameWindow(Session& session, const SettingsFile& settings_file, TemporaryPage& page,
+                         MakeBrowserControl make_browser)
+    : session_(session), settings_file_(settings_file), page_(page), make_browser_(std::move(make_browser)) {
   setObjectName("MDIForm1");
-  setWindowTitle("Tessaril");
+  ShowCaption();
   setCentralWidget(&area_);
+  connect(&area_, &ChildArea::Switched, this, &FrameWindow::ShowCaption);
   MakeMenus();
   setMinimumSize(PixelSize(kLeastSize));
   const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
@@ -127,8 +129,45 @@ void FrameWindow::SetFirstViewer(Viewer viewer) {
                                                   : kStartsInEditor);
 }
 
-bool FrameWindow::ShowInBrowser(const std::string&) {
-  return false;  // there is no browser window yet
+bool FrameWindow::ShowInBrowser(const std::string& path) {
+  const bool is_new = browser_ == nullptr;
+  if (!LoadBrowser()) return false;
+  if (!is_new || path != StartAddress()) browser_->Show(path);
+  area_.ShowMaximized(*browser_);
+  browser_->FocusPage();
+  return true;
+}
+
+// The window is made, shown and given its first page when it is first needed, whatever page is wanted then.
+bool FrameWindow::LoadBrowser() {
+  if (browser_ != nullptr) return true;
+  if (browser_is_missing_) return false;
+  std::string reason;
+  std::unique_ptr<BrowserWindow> browser = BrowserWindow::Create(session_, make_browser_, reason);
+  if (browser == nullptr) {
+    std::cerr << "tessaril: no browser: " << reason << "\n";
+    return false;
+  }
+  browser_ = browser.release();
+  area_.Add(browser_);
+  connect(browser_, &BrowserWindow::ToMain, main_, &MainWindow::ReturnFromViewer);
+  connect(browser_, &QWidget::windowTitleChanged, this, &FrameWindow::ShowCaption);
+  area_.ShowMaximized(*browser_);
+  if (const std::string start = StartAddress(); !start.empty()) browser_->Start(start);
+  return true;
+}
+
+// What the browser window shows first: nothing, when there is no such file.
+std::string FrameWindow::StartAddress() const {
+  const std::string path = main_->IsToShowFile() ? main_->FileToShow() : page_.path();
+  FileStamp stamp;
+  return session_.files.Examine(path, stamp).ok() ? path : std::string();
+}
+
+void FrameWindow::ShowCaption() {
+  const bool has_title =
+      browser_ != nullptr && area_.Shown() == browser_ && !browser_->windowTitle().isEmpty();
+  setWindowTitle(has_title ? "Tessaril - [" + browser_->windowTitle() + "]" : "Tessaril");
 }
 
 void FrameWindow::NoteMissingBrowser() {

@@ -7,6 +7,7 @@
 
 #include "settings/settings_file.h"
 #include "settings/temporary_page.h"
+#include "ui/browser/browser_window.h"
 #include "ui/frame/child_area.h"
 #include "ui/main/main_window.h"
 #include "ui/main/program.h"
@@ -20,8 +21,10 @@ class FrameWindow : public QMainWindow, private Program {
   Q_OBJECT
 
  public:
-  /// Makes the frame without a window in it. All arguments must live as long.
-  FrameWindow(Session& session, const SettingsFile& settings_file, TemporaryPage& page);
+  /// Makes the frame without a window in it. What is given by reference must live as long. `make_browser` is
+  /// called when the browser window is first needed.
+  FrameWindow(Session& session, const SettingsFile& settings_file, TemporaryPage& page,
+              MakeBrowserControl make_browser);
   ~FrameWindow() override;
 
   /// Makes the main window and applies the settings that live in its controls and in the menu. The current
@@ -58,6 +61,9 @@ class FrameWindow : public QMainWindow, private Program {
   void MakeMenus();
   QAction* AddItem(QMenu& menu, const char* name, const char* caption);
   void ChooseViewer(Viewer viewer);
+  bool LoadBrowser();
+  std::string StartAddress() const;
+  void ShowCaption();
   void Exit();
   void Finish();
   void TellFailure(const std::string& text);
@@ -67,8 +73,10 @@ class FrameWindow : public QMainWindow, private Program {
   Session& session_;
   const SettingsFile& settings_file_;
   TemporaryPage& page_;
+  const MakeBrowserControl make_browser_;
   ChildArea area_;
   MainWindow* main_ = nullptr;
+  BrowserWindow* browser_ = nullptr;  // as soon as it is needed
   QAction* menu0Monospaced = nullptr;
   QAction* menuStartInBrowser = nullptr;
   QAction* menuStartInEditor = nullptr;

@@ -1,6 +1,7 @@
 #include "ui/frame/start_up.h"
 
 #include <iostream>
+#include <utility>
 #include <vector>
 
 #include "engine/paths.h"
@@ -9,10 +10,11 @@
 
 namespace tessaril {
 
-StartUp::StartUp(const std::string& program_folder, const std::string& user_folder)
+StartUp::StartUp(const std::string& program_folder, const std::string& user_folder,
+                 MakeBrowserControl make_browser)
     : settings_file_(program_folder, user_folder),
       page_(settings_file_.folder()),
-      frame_(session_, settings_file_, page_) {
+      frame_(session_, settings_file_, page_, std::move(make_browser)) {
   session_.ProgramFolder = program_folder;
 }
 

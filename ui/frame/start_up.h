@@ -15,8 +15,9 @@ namespace tessaril {
 class StartUp {
  public:
   /// `program_folder` holds the entity data and, where it can be written, settings and temporary page; else
-  /// these live in `user_folder`. Both without a separator at their end.
-  StartUp(const std::string& program_folder, const std::string& user_folder);
+  /// these live in `user_folder`. Both without a separator at their end. `make_browser` gives the component
+  /// for the browser window.
+  StartUp(const std::string& program_folder, const std::string& user_folder, MakeBrowserControl make_browser);
 
   /// Reads settings and entity data and makes the windows, which are not shown yet. False, when a message
   /// has told what is missing, ends the program; nothing is saved then.

@@ -208,13 +208,18 @@ void MainWindow::ShowFile() {
   (void)session_.files.EnterFolder(folder);
   session_.LastDir = folder;
   program_.SaveSettings();
-  const std::string name = Picture1.filList->Selected();
-  if (name.empty()) return Tell(this, "Select a file to show!");
-  session_.CurrentFile = JoinPath(folder, name);
+  const std::string path = FileToShow();
+  if (path.empty()) return Tell(this, "Select a file to show!");
+  session_.CurrentFile = path;
   if (program_.FirstViewer() == Viewer::kEditor) return program_.ShowInEditor(session_.CurrentFile);
   if (program_.ShowInBrowser(session_.CurrentFile)) return;
   Tell(this, "Can't open the browser because Microsoft Internet Explorer 4+ is not installed!");
   program_.NoteMissingBrowser();
+}
+
+std::string MainWindow::FileToShow() const {
+  const std::string name = Picture1.filList->Selected();
+  return name.empty() ? name : JoinPath(Picture1.dirList->OpenFolder(), name);
 }
 
 void MainWindow::ClickFile() {
@@ -240,11 +245,22 @@ void MainWindow::PickFilter() {
   program_.SaveSettings();
 }
 
-void MainWindow::ToMain() {
+// With the texts as the user typed them.
+void MainWindow::ReturnFromResults() {
   ReturnToOptions();
   Picture1.cboSearchSpec->setFocus();
   cmdUdskriv->hide();
   RestoreTexts();
+}
+
+void MainWindow::ReturnFromViewer() {
+  ReturnToOptions();
+  Picture1.cboSearchSpec->setFocus();
+  cmdUdskriv->hide();
+  const QString ticked = Picture1.MarkedOnly->property(kTag).toString();
+  if (ticked.isEmpty() || Picture1.MarkedOnly->isChecked() == (ticked == "1")) return;
+  Picture1.MarkedOnly->setChecked(ticked == "1");
+  FollowMarkedOnly();
 }
 
 void MainWindow::ReturnToOptions() {

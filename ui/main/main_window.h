@@ -39,8 +39,13 @@ class MainWindow : public QWidget, private RunStage {
   /// Shows the options panel, on the current folder.
   void ReturnToOptions();
 
-  /// The same on the way back from results, browser or editor: with the texts as the user typed them.
-  void ToMain();
+  /// The same on the way back from the browser or the editor.
+  void ReturnFromViewer();
+
+  /// Whether "Show file" is the function that is selected, and the path of the file that it shows: empty when
+  /// none is marked.
+  bool IsToShowFile() const { return IsChosen(Function::kShowFile); }
+  std::string FileToShow() const;
 
   /// Whether a run is on. Then the program may be left only when RunEnded has been emitted.
   bool IsRunning() const { return running_; }
@@ -65,6 +70,7 @@ class MainWindow : public QWidget, private RunStage {
 
   void Connect();
   void PressSearch();
+  void ReturnFromResults();
   void PressExit();
   void SeeResults();
   void SaveAs();

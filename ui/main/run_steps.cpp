@@ -13,7 +13,7 @@ namespace tessaril {
 
 void MainWindow::PressSearch() {
   if (running_) return;
-  if (cmdSearch->text() == "To &Main") return ToMain();
+  if (cmdSearch->text() == "To &Main") return ReturnFromResults();
   if (const Function selected = Picture1.Option1->Selected(); selected != applied_) Choose(selected);
   if (IsChosen(Function::kShowFile)) return;
   options_ = TakeOptions();

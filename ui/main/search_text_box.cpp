@@ -3,6 +3,8 @@
 #include <QFocusEvent>
 #include <QMouseEvent>
 
+#include "ui/shared/controls.h"
+
 namespace tessaril {
 
 SearchTextBox::SearchTextBox(const char* hint, QWidget* parent) : QLineEdit(hint, parent) {

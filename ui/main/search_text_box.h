@@ -17,8 +17,6 @@ class SearchTextBox : public QLineEdit {
   void focusInEvent(QFocusEvent* event) override;
 };
 
-inline constexpr char kTag[] = "Tag";
-
 }  // namespace tessaril
 
 #endif  // TESSARIL_UI_MAIN_SEARCH_TEXT_BOX_H_

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "engine/start_places.h"
+#include "ui/browser/browser_plugin.h"
 #include "ui/frame/end_signals.h"
 #include "ui/frame/start_up.h"
 
@@ -29,15 +30,16 @@ void OpenArgument(tessaril::StartUp& start_up, const char* argument) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  QApplication application(argc, argv);
-  QApplication::setApplicationName("tessaril");
-  QApplication::setQuitOnLastWindowClosed(false);
   std::string program_folder;
   if (const tessaril::Status status = tessaril::FindProgramFolder(program_folder); !status.ok()) {
     std::cerr << "tessaril: " << status.reason() << "\n";
     return kExitFailure;
   }
-  tessaril::StartUp start_up(program_folder, UserFolder());
+  tessaril::PrepareForBrowser(program_folder);
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("tessaril");
+  QApplication::setQuitOnLastWindowClosed(false);
+  tessaril::StartUp start_up(program_folder, UserFolder(), tessaril::BrowserFromPlugin(program_folder));
   if (!start_up.Run()) return kExitFailure;
   const auto leave = [&start_up] { start_up.Frame().LeaveUnattended(); };
   tessaril::OnEndSignal(leave);

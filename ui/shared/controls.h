@@ -11,6 +11,9 @@
 
 namespace tessaril {
 
+/// The dynamic property in which a control keeps its tag, where it has one.
+inline constexpr char kTag[] = "Tag";
+
 /// A label shows its text as it stands, unless it is tied to a control: then "&" is an access key.
 QLabel* MakeLabel(QWidget* parent, const char* name, const Place& place, const char* text);
 

@@ -11,17 +11,19 @@
 #include <filesystem>
 #include <utility>
 
+#include "ui/browser/browser_plugin.h"
 #include "ui/shared/byte_text_box.h"
 
 namespace tessaril {
 
-Driver::Driver(const std::string& folder, const std::string& settings) {
+Driver::Driver(const std::string& folder, const std::string& settings, MakeBrowserControl make_browser) {
   for (const char* const name : {"alphatg1.dat", "alphatg2.dat"}) {
     std::filesystem::copy_file(std::string(ENTITY_DATA) + "/" + name, program / name);
   }
   if (!settings.empty()) program.Write("TSL32.ini", settings);
   LookForDialog();
-  start_up = std::make_unique<StartUp>(program.path(), program / "user");
+  start_up = std::make_unique<StartUp>(program.path(), program / "user",
+                                       make_browser ? make_browser : BrowserFromPlugin(program.path()));
   if (!start_up->Run()) throw std::runtime_error("start-up");
   if (!folder.empty()) start_up->OpenFolder(folder);
   start_up->Frame().show();

@@ -1,17 +1,17 @@
-#ifndef TESSARIL_UI_DIALOGS_CUT_LABEL_H_
-#define TESSARIL_UI_DIALOGS_CUT_LABEL_H_
+#ifndef TESSARIL_UI_SHARED_CUT_LABEL_H_
+#define TESSARIL_UI_SHARED_CUT_LABEL_H_
 
 #include <QLabel>
 
 namespace tessaril {
 
 /// A label of one line for any text, which is shown as it is. Of a text that is too wide a piece is left out
-/// and the tooltip holds the whole.
+/// and the tooltip holds the whole, unless the label was given a tooltip of its own.
 class CutLabel : public QLabel {
   Q_OBJECT
 
  public:
-  CutLabel(Qt::TextElideMode left_out, QWidget* parent);
+  CutLabel(Qt::TextElideMode left_out, QWidget* parent, const QString& tooltip = {});
 
   void SetText(const QString& text);
 
@@ -22,9 +22,10 @@ class CutLabel : public QLabel {
   void Cut();
 
   const Qt::TextElideMode left_out_;
+  const QString own_tooltip_;
   QString text_;
 };
 
 }  // namespace tessaril
 
-#endif  // TESSARIL_UI_DIALOGS_CUT_LABEL_H_
+#endif  // TESSARIL_UI_SHARED_CUT_LABEL_H_

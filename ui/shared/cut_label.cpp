@@ -1,11 +1,13 @@
-#include "ui/dialogs/cut_label.h"
+#include "ui/shared/cut_label.h"
 
 #include "ui/shared/texts.h"
 
 namespace tessaril {
 
-CutLabel::CutLabel(Qt::TextElideMode left_out, QWidget* parent) : QLabel(parent), left_out_(left_out) {
+CutLabel::CutLabel(Qt::TextElideMode left_out, QWidget* parent, const QString& tooltip)
+    : QLabel(parent), left_out_(left_out), own_tooltip_(tooltip) {
   setTextFormat(Qt::PlainText);
+  setToolTip(tooltip);
 }
 
 void CutLabel::SetText(const QString& text) {
@@ -21,6 +23,7 @@ void CutLabel::resizeEvent(QResizeEvent* event) {
 void CutLabel::Cut() {
   setText(fontMetrics().elidedText(text_, left_out_, contentsRect().width()));
   setAccessibleName(text_);
+  if (!own_tooltip_.isEmpty()) return;
   const bool whole = text() == text_;
   setToolTip(whole ? QString() : AsMarkup(text_));
 }

@@ -1,0 +1,226 @@
+#include "ui/browser/browser_window.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QPointer>
+#include <QShortcut>
+#include <QStyle>
+#include <utility>
+
+#include "engine/paths.h"
+#include "ui/browser/addresses.h"
+#include "ui/shared/controls.h"
+#include "ui/shared/message_boxes.h"
+#include "ui/shared/texts.h"
+
+namespace tessaril {
+namespace {
+
+constexpr Place kToolBarPlace{0, 0, 3000, 420};
+constexpr int kSideMargins = 100;  // twips that the page is narrower than the window
+constexpr int kBelowPage = 320;    // twips between the page and the bottom of the window
+constexpr int kStatusHeight = 300;
+constexpr int kTick = 5;  // milliseconds
+
+}  // namespace
+
+std::unique_ptr<BrowserWindow> BrowserWindow::Create(const Session& session, const MakeBrowserControl& make,
+                                                     std::string& reason) {
+  std::unique_ptr<BrowserWindow> window(new BrowserWindow(session));
+  std::unique_ptr<BrowserControl> control = make(*window, reason);
+  if (control == nullptr) return nullptr;
+  window->Take(std::move(control));
+  return window;
+}
+
+BrowserWindow::BrowserWindow(const Session& session)
+    : session_(session),
+      tbToolBar(new QToolBar(this)),
+      Reset(MakeButton(this, "Reset", {3100, 72, 1020, 264}, "To &Main", "Back to the main screen")),
+      Command1(MakeButton(this, "Command1", {4100, 72, 1020, 264}, "Edit &HTML",
+                          "Edit the HTML code of this file.")),
+      PrintWB(MakeButton(this, "PrintWB", {5112, 72, 1020, 264}, "&Print", "")),
+      picAddress(new AddressBar(this)),
+      StatusBar1(new StatusBar(this)),
+      timTimer(new QTimer(this)) {
+  setObjectName("frmBrowser");
+  Put(*tbToolBar, "tbToolBar", kToolBarPlace);
+  timTimer->setObjectName("timTimer");
+  timTimer->setInterval(kTick);
+  Reset->setEnabled(session.CurrentFile != JoinPath(session.ProgramFolder, "~temp.htm"));
+  Command1->setEnabled(false);  // there is no editor yet
+  connect(timTimer, &QTimer::timeout, this, &BrowserWindow::LookWhetherBusy);
+  connect(Reset, &QPushButton::clicked, this, &BrowserWindow::ToMain);
+  connect(PrintWB, &QPushButton::clicked, this, &BrowserWindow::Print);
+  connect(picAddress, &AddressBar::Wanted, this, &BrowserWindow::GoToTyped);
+  MakeToolBar();
+  MakeKeys();
+}
+
+// The component's widget leaves the window before the window takes its children with it.
+BrowserWindow::~BrowserWindow() {
+  control_.reset();
+}
+
+void BrowserWindow::Take(std::unique_ptr<BrowserControl> control) {
+  control_ = std::move(control);
+  QWidget* const page = control_->Widget();
+  page->setParent(this);
+  page->setObjectName("brwWebBrowser");
+  page->show();
+  LayOut();
+}
+
+void BrowserWindow::MakeToolBar() {
+  const struct {
+    const char* key;
+    QStyle::StandardPixmap icon;
+    void (BrowserControl::*action)();
+  } tools[] = {
+      {"Back", QStyle::SP_ArrowBack, &BrowserControl::GoBack},
+      {"Forward", QStyle::SP_ArrowForward, &BrowserControl::GoForward},
+      {"Stop", QStyle::SP_BrowserStop, nullptr},
+      {"Refresh", QStyle::SP_BrowserReload, &BrowserControl::Refresh},
+      {"Home", QStyle::SP_DirHomeIcon, &BrowserControl::GoHome},
+      {"Search", QStyle::SP_FileDialogContentsView, &BrowserControl::GoSearch},
+  };
+  const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize);
+  tbToolBar->setIconSize({icon, icon});
+  for (const auto& tool : tools) {
+    QAction* const action = tbToolBar->addAction(style()->standardIcon(tool.icon), tool.key);
+    tbToolBar->widgetForAction(action)->setObjectName("tbToolBar_" + action->text());
+    connect(action, &QAction::triggered, this, [this, does = tool.action] {
+      if (does == nullptr) return Stop();
+      DoByTool(does);
+    });
+  }
+}
+
+void BrowserWindow::MakeKeys() {
+  const auto add = [this](const QKeySequence& key, auto does) {
+    connect(new QShortcut(key, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut), &QShortcut::activated,
+            this, does);
+  };
+  add(Qt::Key_F5, [this] { DoByTool(&BrowserControl::Refresh); });
+  add(Qt::ALT | Qt::Key_Left, [this] { DoByTool(&BrowserControl::GoBack); });
+  add(Qt::ALT | Qt::Key_Right, [this] { DoByTool(&BrowserControl::GoForward); });
+  add(Qt::Key_Escape, [this] { Stop(); });
+  add(Qt::CTRL | Qt::Key_L, [this] { picAddress->BeginTyping(); });
+}
+
+void BrowserWindow::Start(const std::string& path) {
+  picAddress->Show(Shown(path));
+  picAddress->Remember(Shown(path));
+  timTimer->start();
+  control_->Navigate(FileAddress(path));
+}
+
+void BrowserWindow::Show(const std::string& path) {
+  picAddress->Show(Shown(path));
+  control_->Navigate(FileAddress(path));
+}
+
+void BrowserWindow::FocusPage() {
+  control_->Widget()->setFocus();
+}
+
+void BrowserWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (!window()->isMinimized()) LayOut();
+}
+
+void BrowserWindow::LayOut() {
+  picAddress->setGeometry(0, tbToolBar->geometry().bottom() + 1, width(), picAddress->height());
+  const int top = picAddress->geometry().bottom() + 1;
+  control_->Widget()->setGeometry(Pixels(kSideMargins / 2), top, width() - Pixels(kSideMargins),
+                                  height() - top - Pixels(kBelowPage));
+  StatusBar1->setGeometry(0, height() - Pixels(kStatusHeight), width(), Pixels(kStatusHeight));
+}
+
+void BrowserWindow::DoByTool(void (BrowserControl::*action)()) {
+  timTimer->start();
+  (control_.get()->*action)();
+}
+
+void BrowserWindow::Stop() {
+  timTimer->stop();
+  control_->Stop();
+  ShowTitle();
+}
+
+void BrowserWindow::LookWhetherBusy() {
+  if (control_->Busy()) return setWindowTitle("Working...");
+  timTimer->stop();
+  ShowTitle();
+}
+
+void BrowserWindow::ShowTitle() {
+  setWindowTitle(control_->LocationName());
+}
+
+void BrowserWindow::GoToTyped() {
+  const QUrl address = TypedAddress(picAddress->Text(), session_.files.CurrentFolder());
+  if (address.isEmpty()) return;
+  timTimer->start();
+  control_->Navigate(address);
+}
+
+void BrowserWindow::StatusTextChanged(const QString& text) {
+  StatusBar1->Show(StatusBar::kStatusText, text);
+}
+
+void BrowserWindow::ProgressChanged(int progress, int max) {
+  if (max == 0) return;
+  const auto all = static_cast<float>(max);
+  progress_ = progress == -1 ? all : static_cast<float>(progress);
+  const int percent = static_cast<int>(progress_ / all * 100 + 0.5F);
+  StatusBar1->Show(StatusBar::kProgress, "Got " + QString::number(percent) + " %");
+}
+
+void BrowserWindow::DownloadBegun() {
+  Command1->setProperty(kTag, "0");
+}
+
+void BrowserWindow::DownloadCompleted() {
+  ShowTitle();
+  Command1->setProperty(kTag, "");
+  const QString address = control_->LocationURL();
+  if (address.isEmpty()) return;  // what was wanted can be mended in the box
+  picAddress->Show(address);
+  picAddress->Remember(address);
+}
+
+void BrowserWindow::TitleChanged(const QString& title) {
+  StatusBar1->Show(StatusBar::kPageTitle, title);
+}
+
+QString BrowserWindow::AskWhereToSave(const QString& name) {
+  const QDir folder(QFile::decodeName(session_.files.CurrentFolder().c_str()));
+  QFileDialog dialog(this, "Save As", folder.path());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.selectFile(name);
+  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+void BrowserWindow::SavingFailed(const QString& path, const QString& reason) {
+  Tell(this, "Not saved: " + path.toStdString() + ": " + reason.toStdString());
+}
+
+// The component makes the document in its own time; the window may be gone by then.
+void BrowserWindow::Print() {
+  auto target = std::make_shared<PrintTarget>(control_->LocationName());
+  if (!target->Choose(this)) return;
+  StatusTextChanged("Printing ...");
+  control_->MakePdf(target->Layout(), [target, window = QPointer(this)](const QByteArray& pdf) {
+    if (window != nullptr) window->DeliverPage(*target, pdf);
+  });
+}
+
+void BrowserWindow::DeliverPage(PrintTarget& target, const QByteArray& pdf) {
+  const Status status =
+      pdf.isEmpty() ? Status::Failure("The page cannot be drawn")
+                    : target.Deliver({pdf.data(), static_cast<std::size_t>(pdf.size())}, target.Copies());
+  StatusTextChanged(status.ok() ? "Printed" : "Not printed: " + Shown(status.reason()));
+}
+
+}  // namespace tessaril

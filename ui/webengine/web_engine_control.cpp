@@ -1,0 +1,93 @@
+#include "ui/webengine/web_engine_control.h"
+
+#include <QFile>
+#include <QWebEngineScript>
+#include <utility>
+
+#include "ui/webengine/downloads.h"
+
+namespace tessaril {
+namespace {
+
+constexpr char kSearchPage[] = "https://duckduckgo.com/";
+
+QByteArray WholeFile(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+}  // namespace
+
+WebEngineControl::WebEngineControl(BrowserEvents& events, const QUrl& home)
+    : events_(events), home_(home), page_(&profile_) {
+  view_.setPage(&page_);
+  AskForDownloads(profile_, events_);
+  Connect();
+}
+
+void WebEngineControl::Connect() {
+  const QObject* const receiver = &view_;  // which goes first of all
+  QObject::connect(&page_, &QWebEnginePage::loadingChanged, receiver,
+                   [this](const QWebEngineLoadingInfo& loading) { LoadingChanged(loading); });
+  QObject::connect(&page_, &QWebEnginePage::loadProgress, receiver,
+                   [this](int percent) { events_.ProgressChanged(percent, 100); });
+  QObject::connect(&page_, &QWebEnginePage::titleChanged, receiver,
+                   [this] { events_.TitleChanged(LocationName()); });
+  QObject::connect(&page_, &QWebEnginePage::linkHovered, receiver,
+                   [this](const QString& address) { events_.StatusTextChanged(address); });
+  // Another place in the same page, without a load.
+  QObject::connect(&page_, &QWebEnginePage::urlChanged, receiver, [this] {
+    if (!Busy()) events_.DownloadCompleted();
+  });
+  QObject::connect(&page_, &QWebEnginePage::renderProcessTerminated, receiver, [this] { RendererEnded(); });
+}
+
+void WebEngineControl::LoadingChanged(const QWebEngineLoadingInfo& loading) {
+  const QString address = loading.url().toString(QUrl::FullyEncoded);
+  switch (loading.status()) {
+    case QWebEngineLoadingInfo::LoadStartedStatus:
+      events_.StatusTextChanged("Opening " + address);
+      return events_.DownloadBegun();
+    case QWebEngineLoadingInfo::LoadSucceededStatus:
+      events_.StatusTextChanged("Done");
+      break;
+    case QWebEngineLoadingInfo::LoadStoppedStatus:
+      events_.StatusTextChanged("Stopped");
+      break;
+    case QWebEngineLoadingInfo::LoadFailedStatus:
+      events_.StatusTextChanged("Not opened: " + address + " " + loading.errorString());
+      break;
+  }
+  events_.ProgressChanged(-1, 100);
+  events_.DownloadCompleted();
+}
+
+void WebEngineControl::RendererEnded() {
+  events_.StatusTextChanged("The process that showed the page has ended. \"Refresh\" shows the page again.");
+  events_.DownloadCompleted();
+}
+
+void WebEngineControl::Navigate(const QUrl& address) {
+  wanted_ = address;
+  page_.load(address);
+}
+
+void WebEngineControl::GoSearch() {
+  Navigate(QUrl(kSearchPage));
+}
+
+void WebEngineControl::Refresh() {
+  if (page_.url().isEmpty()) return Navigate(wanted_);
+  page_.triggerAction(QWebEnginePage::Reload);
+}
+
+// Of a PDF file the component would print the viewer; the file itself is the document.
+void WebEngineControl::MakePdf(const QPageLayout& layout, std::function<void(const QByteArray& pdf)> done) {
+  page_.runJavaScript("document.contentType", QWebEngineScript::ApplicationWorld,
+                      [this, layout, done = std::move(done)](const QVariant& type) {
+                        if (type.toString() != "application/pdf") return page_.printToPdf(done, layout);
+                        done(WholeFile(page_.url().toLocalFile()));
+                      });
+}
+
+}  // namespace tessaril
