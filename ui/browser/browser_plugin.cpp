@@ -23,8 +23,8 @@ MakeBrowserControl BrowserFromPlugin(const std::string& folder) {
     QPluginLoader loader(PluginFile(folder));
     auto* const plugin = qobject_cast<BrowserPlugin*>(loader.instance());
     if (plugin != nullptr) return plugin->Make(events, FileAddress(JoinPath(folder, kHomePage)), reason);
-    reason = loader.isLoaded() ? loader.fileName().toStdString() + ": made for another version"
-                               : loader.errorString().toStdString();
+    reason = PluginFile(folder).toStdString() + ": " +
+             (loader.isLoaded() ? "made for another version" : loader.errorString().toStdString());
     return nullptr;
   };
 }

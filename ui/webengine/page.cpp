@@ -28,8 +28,11 @@ Page::Page(QWebEngineProfile* profile) : QWebEnginePage(profile) {
           [this](const QUrl& origin, Feature feature) {
             setFeaturePermission(origin, feature, PermissionDeniedByUser);
           });
-  connect(this, &QWebEnginePage::newWindowRequested, this,
-          [this](QWebEngineNewWindowRequest& request) { request.openIn(this); });
+  // Pages of servers have no way to local files, and get none here.
+  connect(this, &QWebEnginePage::newWindowRequested, this, [this](QWebEngineNewWindowRequest& request) {
+    const QUrl address = request.requestedUrl();
+    if (address.scheme().startsWith("http") || url().isLocalFile()) load(address);
+  });
 }
 
 // Of a page without a title the component says the last part of the address, or all but its beginning.

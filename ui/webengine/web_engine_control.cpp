@@ -1,6 +1,7 @@
 #include "ui/webengine/web_engine_control.h"
 
 #include <QFile>
+#include <QWebEngineHistory>
 #include <QWebEngineScript>
 #include <utility>
 
@@ -10,6 +11,9 @@ namespace tessaril {
 namespace {
 
 constexpr char kSearchPage[] = "https://duckduckgo.com/";
+
+// Milliseconds within which a page that was asked for begins to load, if there is anything to load.
+constexpr qint64 kMostUntilBegun = 1000;
 
 QByteArray WholeFile(const QString& path) {
   QFile file(path);
@@ -37,12 +41,15 @@ void WebEngineControl::Connect() {
                    [this](const QString& address) { events_.StatusTextChanged(address); });
   // Another place in the same page, without a load.
   QObject::connect(&page_, &QWebEnginePage::urlChanged, receiver, [this] {
-    if (!Busy()) events_.DownloadCompleted();
+    if (page_.isLoading()) return;
+    asked_.invalidate();
+    events_.DownloadCompleted();
   });
   QObject::connect(&page_, &QWebEnginePage::renderProcessTerminated, receiver, [this] { RendererEnded(); });
 }
 
 void WebEngineControl::LoadingChanged(const QWebEngineLoadingInfo& loading) {
+  asked_.invalidate();
   const QString address = loading.url().toString(QUrl::FullyEncoded);
   switch (loading.status()) {
     case QWebEngineLoadingInfo::LoadStartedStatus:
@@ -69,7 +76,16 @@ void WebEngineControl::RendererEnded() {
 
 void WebEngineControl::Navigate(const QUrl& address) {
   wanted_ = address;
+  asked_.start();
   page_.load(address);
+}
+
+void WebEngineControl::GoBack() {
+  if (page_.history()->canGoBack()) Ask(QWebEnginePage::Back);
+}
+
+void WebEngineControl::GoForward() {
+  if (page_.history()->canGoForward()) Ask(QWebEnginePage::Forward);
 }
 
 void WebEngineControl::GoSearch() {
@@ -78,7 +94,22 @@ void WebEngineControl::GoSearch() {
 
 void WebEngineControl::Refresh() {
   if (page_.url().isEmpty()) return Navigate(wanted_);
-  page_.triggerAction(QWebEnginePage::Reload);
+  Ask(QWebEnginePage::Reload);
+}
+
+void WebEngineControl::Stop() {
+  asked_.invalidate();
+  page_.triggerAction(QWebEnginePage::Stop);
+}
+
+void WebEngineControl::Ask(QWebEnginePage::WebAction action) {
+  asked_.start();
+  page_.triggerAction(action);
+}
+
+// The component begins a little after it was asked.
+bool WebEngineControl::Busy() const {
+  return page_.isLoading() || (asked_.isValid() && !asked_.hasExpired(kMostUntilBegun));
 }
 
 // Of a PDF file the component would print the viewer; the file itself is the document.

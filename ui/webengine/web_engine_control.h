@@ -1,6 +1,7 @@
 #ifndef TESSARIL_UI_WEBENGINE_WEB_ENGINE_CONTROL_H_
 #define TESSARIL_UI_WEBENGINE_WEB_ENGINE_CONTROL_H_
 
+#include <QElapsedTimer>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
@@ -17,25 +18,27 @@ class WebEngineControl : public BrowserControl {
 
   QWidget* Widget() override { return &view_; }
   void Navigate(const QUrl& address) override;
-  void GoBack() override { page_.triggerAction(QWebEnginePage::Back); }
-  void GoForward() override { page_.triggerAction(QWebEnginePage::Forward); }
+  void GoBack() override;
+  void GoForward() override;
   void GoHome() override { Navigate(home_); }
   void GoSearch() override;
   void Refresh() override;
-  void Stop() override { page_.triggerAction(QWebEnginePage::Stop); }
+  void Stop() override;
   QString LocationName() const override { return page_.Name(); }
   QString LocationURL() const override { return page_.url().toString(QUrl::FullyEncoded); }
-  bool Busy() const override { return page_.isLoading(); }
+  bool Busy() const override;
   void MakePdf(const QPageLayout& layout, std::function<void(const QByteArray& pdf)> done) override;
 
  private:
   void Connect();
+  void Ask(QWebEnginePage::WebAction action);
   void LoadingChanged(const QWebEngineLoadingInfo& loading);
   void RendererEnded();
 
   BrowserEvents& events_;
   const QUrl home_;
-  QUrl wanted_;  // the last address that was navigated to
+  QUrl wanted_;          // the last address that was navigated to
+  QElapsedTimer asked_;  // since a page was asked for whose load has not begun; else invalid
   QWebEngineProfile profile_;
   Page page_;
   QWebEngineView view_;

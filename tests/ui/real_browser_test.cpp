@@ -1,0 +1,358 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPrintDialog>
+#include <QtTest>
+#include <filesystem>
+#include <fstream>
+#include <map>
+
+#include "tests/ui/support/driver.h"
+#include "tests/ui/support/print_steps.h"
+#include "tests/ui/support/web_server.h"
+#include "ui/browser/browser_plugin.h"
+
+// The browser component itself, with pages on the disk and of a server on this machine.
+
+namespace tessaril {
+namespace {
+
+constexpr int kPatience = 15000;  // milliseconds
+
+// The processes below this one by their depth: the component's helpers are at 1, those that show pages at 2.
+std::map<int, int> Processes() {
+  std::map<int, int> parents;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+    const int id = std::atoi(entry.path().filename().c_str());
+    std::ifstream stat(entry.path() / "stat");
+    std::string text;
+    if (id != 0 && std::getline(stat, text)) parents[id] = std::atoi(text.c_str() + text.rfind(')') + 4);
+  }
+  std::map<int, int> depths;
+  for (const auto& [id, parent] : parents) {
+    int depth = 0;
+    int above = id;
+    for (; above > 1 && above != getpid(); ++depth) above = parents.contains(above) ? parents.at(above) : 0;
+    if (above == getpid() && depth > 0) depths[id] = depth;
+  }
+  return depths;
+}
+
+// Lets the event loop run until something is so. The component does a little each time round, so that a loop
+// that rests in between would be slow.
+template <class Condition>
+bool WaitUntil(Condition condition) {
+  QEventLoop loop;
+  QTimer looks;
+  QElapsedTimer waited;
+  waited.start();
+  bool is_so = condition();
+  QObject::connect(&looks, &QTimer::timeout, &loop, [&] {
+    is_so = condition();
+    if (is_so || waited.elapsed() > kPatience) loop.quit();
+  });
+  looks.start(5);
+  if (!is_so) loop.exec();
+  return is_so;
+}
+
+void Rest(int milliseconds) {
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+class RealBrowser : public testing::Test {
+ protected:
+  RealBrowser() {
+    site.Write("first.htm", "<TITLE>First</TITLE><P>the first page <A HREF=second.htm#low>on</A>");
+    site.Write("second.htm", "<TITLE>Second</TITLE><P>the second page<A NAME=low>");
+    driver.emplace(site.path(), "", BrowserFromPlugin(PLUGIN_FOLDER));
+    driver->ClickItem("filList", "first.htm", true);
+    EXPECT_TRUE(Becomes("First"));
+  }
+
+  QString Text(const char* label) { return driver->Find<QLabel>(label)->accessibleName(); }
+  QString Address() { return driver->Find<QComboBox>("cboAddress")->currentText(); }
+  QString FileAddressOf(const std::string& name) { return QString::fromStdString("file://" + (site / name)); }
+
+  // Types an address; to be followed by a look for what is shown.
+  void Go(const QString& address) {
+    auto* const box = driver->Find<QComboBox>("cboAddress");
+    box->setEditText(address);
+    QTest::keyClick(box, Qt::Key_Return);
+  }
+
+  template <class Condition>
+  testing::AssertionResult Soon(Condition condition) {
+    if (WaitUntil(condition)) return testing::AssertionSuccess();
+    return testing::AssertionFailure()
+           << "shown: " << driver->Find("frmBrowser")->windowTitle().toStdString() << ", "
+           << Address().toStdString() << ", " << Text("StatusBar1_2").toStdString();
+  }
+
+  // Whether a page of that title is shown, and nothing is being loaded any more.
+  testing::AssertionResult Becomes(const QString& title) {
+    return Soon([&] {
+      return driver->Find("frmBrowser")->windowTitle() == title &&
+             driver->Find("Command1")->property("Tag") == "" && Text("StatusBar1_3") == title;
+    });
+  }
+
+  // The title that a script gives its page.
+  testing::AssertionResult GoesTo(const QString& address, const QString& title) {
+    Go(address);
+    return Becomes(title);
+  }
+
+  void ClickPage() {
+    QWidget* const page = driver->Find("brwWebBrowser");
+    Rest(200);  // until the page takes input
+    QTest::mouseClick(page->focusProxy() ? page->focusProxy() : page, Qt::LeftButton, {}, QPoint(60, 60));
+  }
+
+  ScratchFolder site;
+  std::optional<Driver> driver;
+};
+
+TEST_F(RealBrowser, ShowsPagesPicturesAndDocuments) {
+  WebServer server;
+  server.answers["/far.htm"] = {"<TITLE>Far</TITLE><P>away"};
+  server.answers["/bare.htm"] = {"no title"};
+  site.Write("bare page.htm", "no title either");
+  site.Write("\xE6.htm", "<TITLE>8-bit name</TITLE>");
+  std::filesystem::copy_file(EXAMPLE_SITE "/images/paper.gif", site / "paper.gif");
+  EXPECT_EQ(Address(), FileAddressOf("first.htm"));
+  EXPECT_EQ(Text("StatusBar1_1"), "Got 100 %");
+  EXPECT_EQ(Text("StatusBar1_2"), "Done");
+  EXPECT_TRUE(GoesTo("second.htm", "Second"));
+  driver->Press("tbToolBar_Back");
+  EXPECT_TRUE(Becomes("First"));
+  EXPECT_EQ(Address(), FileAddressOf("first.htm"));
+  driver->Press("tbToolBar_Forward");
+  EXPECT_TRUE(Becomes("Second"));
+  site.Write("second.htm", "<TITLE>Changed</TITLE><P><A NAME=low>");
+  driver->Press("tbToolBar_Refresh");
+  EXPECT_TRUE(Becomes("Changed"));
+  Go("second.htm#low");
+  EXPECT_TRUE(Soon([&] { return Address() == FileAddressOf("second.htm#low"); }));
+  EXPECT_TRUE(GoesTo(server / "far.htm", "Far"));
+  EXPECT_TRUE(GoesTo(server / "bare.htm", server / "bare.htm"));
+  EXPECT_TRUE(GoesTo("bare page.htm", FileAddressOf("bare%20page.htm")));
+  EXPECT_TRUE(GoesTo(FileAddressOf("%E6.htm"), "8-bit name"));
+  Go("paper.gif");
+  EXPECT_TRUE(Soon([&] { return driver->Find("frmBrowser")->windowTitle().startsWith("paper.gif ("); }));
+  driver->Press("tbToolBar_Home");
+  EXPECT_TRUE(Becomes("Tessaril: pages of your site"));
+  Go(FileAddressOf("gone.htm"));
+  EXPECT_TRUE(
+      Soon([&] { return Text("StatusBar1_2").startsWith("Not opened: " + FileAddressOf("gone.htm")); }));
+  EXPECT_EQ(driver->Find("Command1")->property("Tag"), "");
+}
+
+TEST_F(RealBrowser, ShowsAFileThatChangedAnew) {
+  driver->Press("Reset");
+  site.Write("first.htm", "<TITLE>Mended</TITLE>");
+  driver->ClickItem("filList", "first.htm");
+  EXPECT_TRUE(Becomes("Mended"));
+}
+
+TEST_F(RealBrowser, StopsWhatNeverEnds) {
+  WebServer server;
+  Go(server / "never");
+  EXPECT_TRUE(Soon([&] { return !server.asked.empty(); }));
+  EXPECT_EQ(driver->Find("Command1")->property("Tag"), "0");
+  EXPECT_TRUE(Soon([&] { return driver->Find("frmBrowser")->windowTitle() == "Working..."; }));
+  driver->Press("tbToolBar_Stop");
+  EXPECT_TRUE(Becomes("First"));
+  EXPECT_EQ(Address(), FileAddressOf("first.htm"));
+  Go(server / "never");
+  driver->Press("Reset");  // while it loads; and so is the end of the program
+  EXPECT_TRUE(driver->IsShown("Picture1"));
+}
+
+TEST_F(RealBrowser, PrintsPagesAndDocuments) {
+  std::string out = site / "page.pdf";
+  driver->on_dialog = [&](QWidget& dialog) {
+    auto* const print = qobject_cast<QPrintDialog*>(&dialog);
+    ASSERT_NE(print, nullptr);
+    dialog.findChild<QLineEdit*>("filename")->setText(QString::fromStdString(out));
+    PressPrint(*print, 1);
+  };
+  const auto print = [&] {
+    driver->Press("PrintWB");
+    EXPECT_TRUE(Soon([&] { return Text("StatusBar1_2") == "Printed"; }));
+    return Ask("pdftotext", {QString::fromStdString(out), "-"}).simplified();
+  };
+  EXPECT_EQ(print(), "the first page on");
+  Go("page.pdf");
+  EXPECT_TRUE(Becomes(FileAddressOf("page.pdf")));
+  out = site / "again.pdf";
+  EXPECT_EQ(print(), "the first page on");
+}
+
+TEST_F(RealBrowser, KeepsPagesFromTheUsersFiles) {
+  WebServer server;
+  site.Write("secret.txt", "secret");
+  const std::string secret = "file://" + (site / "secret.txt");
+  const std::string tries = "<TITLE>Trying</TITLE><IFRAME ID=f SRC='" + secret + R"('></IFRAME><SCRIPT>
+    onload = async () => {
+      let got = '';
+      const add = text => { got += text; };
+      await fetch('SECRET').then(reply => reply.text()).then(add, () => add('-'));
+      await new Promise(done => {
+        const request = new XMLHttpRequest();
+        request.onload = () => add(request.responseText);
+        request.onerror = () => add('-');
+        request.onloadend = done;
+        request.open('GET', 'SECRET');
+        request.send();
+      });
+      try { add(document.getElementById('f').contentDocument.body.innerText); } catch { }
+      await new Promise(done => {
+        const place = what => { add(what); done(); };
+        navigator.geolocation.getCurrentPosition(() => place('place'), () => place('-'));
+      });
+      add(await Notification.requestPermission());
+      document.title = 'Got ' + got;
+    };</SCRIPT>)";
+  const std::string page = QString::fromStdString(tries).replace("SECRET", secret.c_str()).toStdString();
+  site.Write("local.htm", page);
+  server.answers["/far.htm"] = {page};
+  for (const QString& address : {FileAddressOf("local.htm"), server / "far.htm"}) {
+    Go(address);
+    EXPECT_TRUE(Soon([&] { return Text("StatusBar1_3").startsWith("Got"); }));
+    EXPECT_EQ(Text("StatusBar1_3"), "Got ---denied");
+    EXPECT_TRUE(GoesTo("first.htm", "First"));
+  }
+  server.answers["/link.htm"] = {"<TITLE>Link</TITLE><A HREF='" + secret +
+                                 "'><DIV STYLE='height: 300px'>open</DIV></A>"};
+  EXPECT_TRUE(GoesTo(server / "link.htm", "Link"));
+  ClickPage();
+  Rest(500);
+  EXPECT_EQ(Address(), server / "link.htm");
+}
+
+TEST_F(RealBrowser, LoadsWhatAPageAsksFor) {
+  WebServer server;
+  site.Write("page.htm", "<TITLE>Page</TITLE><IMG SRC='" + (server / "picture.gif").toStdString() +
+                             "'><A HREF='" + (server / "link.htm").toStdString() + "'>link</A>");
+  EXPECT_TRUE(GoesTo("page.htm", "Page"));
+  EXPECT_TRUE(Soon([&] { return !server.asked.empty(); }));
+  Rest(200);
+  EXPECT_EQ(server.asked, std::vector<std::string>{"/picture.gif"});
+}
+
+TEST_F(RealBrowser, OpensNewWindowsInItsPlace) {
+  site.Write("opener.htm",
+             "<TITLE>Opener</TITLE><SCRIPT>open('first.htm')</SCRIPT>"
+             "<A TARGET=_blank HREF=second.htm><DIV STYLE='height: 300px'>on</DIV></A>");
+  EXPECT_TRUE(GoesTo("opener.htm", "Opener"));
+  ClickPage();
+  EXPECT_TRUE(Becomes("Second"));
+  EXPECT_EQ(QApplication::topLevelWidgets().count(&driver->start_up->Frame()), 1);
+  driver->Press("tbToolBar_Back");
+  EXPECT_TRUE(Becomes("Opener"));
+}
+
+TEST_F(RealBrowser, AsksWhereToSaveWhatIsNoPage) {
+  WebServer server;
+  const std::string bytes(100000, '\0');
+  server.answers["/x.zip"] = {bytes, "application/zip"};
+  int asked = 0;
+  for (const bool wanted : {false, true}) {
+    driver->on_dialog = [&](QWidget& dialog) {
+      auto* const save = qobject_cast<QFileDialog*>(&dialog);
+      ASSERT_NE(save, nullptr);
+      ++asked;
+      if (wanted) QMetaObject::invokeMethod(save, "accept");
+      if (!wanted) save->reject();
+    };
+    Go(server / "x.zip");
+    EXPECT_TRUE(Soon([&] { return asked == (wanted ? 2 : 1); }));
+    EXPECT_TRUE(Becomes("First"));
+  }
+  EXPECT_TRUE(
+      Soon([&] { return Text("StatusBar1_2") == QString::fromStdString("Saved: " + (site / "x.zip")); }));
+  EXPECT_EQ(site.Read("x.zip"), bytes);
+  EXPECT_EQ(site.Names(), (std::vector<std::string>{"first.htm", "second.htm", "x.zip"}));
+}
+
+TEST_F(RealBrowser, OutlivesTheProcessThatShowsThePage) {
+  int killed = 0;
+  for (const auto& [id, depth] : Processes()) killed += depth == 2 && kill(id, SIGKILL) == 0 ? 1 : 0;
+  ASSERT_GT(killed, 0);
+  EXPECT_TRUE(
+      Soon([&] { return Text("StatusBar1_2").startsWith("The process that showed the page has ended"); }));
+  site.Write("first.htm", "<TITLE>Back again</TITLE>");
+  driver->Press("tbToolBar_Refresh");
+  EXPECT_TRUE(Becomes("Back again"));
+}
+
+// Memory of this process and all below it, in kB, shared pages counted in parts.
+long MemoryInUse() {
+  std::map<int, int> processes = Processes();
+  processes[getpid()] = 0;
+  long sum = 0;
+  for (const auto& [id, depth] : processes) {
+    std::ifstream rollup("/proc/" + std::to_string(id) + "/smaps_rollup");
+    for (std::string word; rollup >> word;) {
+      long size = 0;
+      if (word == "Pss:" && rollup >> size) sum += size;
+    }
+  }
+  return sum;
+}
+
+TEST_F(RealBrowser, ShowsTwoHundredPagesInARow) {
+  long before = 0;
+  for (int i = 0; i < 220; ++i) {
+    const std::string name = "page" + std::to_string(i);
+    site.Write(name + ".htm", "<TITLE>" + name + "</TITLE>" + std::string(100000, 'x'));
+    ASSERT_TRUE(GoesTo(QString::fromStdString(name + ".htm"), QString::fromStdString(name)));
+    if (i == 19) before = MemoryInUse();
+  }
+  const long after = MemoryInUse();
+  RecordProperty("MB_before", static_cast<int>(before / 1024));
+  RecordProperty("MB_after", static_cast<int>(after / 1024));
+  EXPECT_LT(after - before, 100 * 1024) << before << " kB, then " << after;
+}
+
+TEST(BrowserPlugin, SaysWhyTheBrowserCannotStart) {
+  ScratchFolder folder;
+  folder.Write("libtessaril_browser.so", "no library");
+  folder.Write("process", "no program");
+  const struct {
+    const char* variable;
+    std::string value;
+    std::string plugin_folder;
+    std::string reason;  // a piece of it
+  } rows[] = {
+      {"QTWEBENGINEPROCESS_PATH", folder / "process", PLUGIN_FOLDER, folder / "process" + ": not there"},
+      {"QTWEBENGINE_RESOURCES_PATH", folder.path(), PLUGIN_FOLDER, "qtwebengine_resources.pak: not there"},
+      {"UNUSED", "", folder.path(), "libtessaril_browser.so"},
+      {"UNUSED", "", folder / "none", "libtessaril_browser.so"},
+  };
+  for (const auto& row : rows) {
+    qputenv(row.variable, QByteArray::fromStdString(row.value));
+    testing::internal::CaptureStderr();
+    {
+      Driver driver(EXAMPLE_SITE, "", BrowserFromPlugin(row.plugin_folder));
+      driver.ClickItem("filList", "index.htm", true);
+      EXPECT_EQ(driver.LastSaid(),
+                "Can't open the browser because Microsoft Internet Explorer 4+ is not installed!");
+      EXPECT_EQ(driver.Caption("Option1_5"), "Sho&w file in Editor, only");
+    }
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_NE(told.find("tessaril: no browser: "), std::string::npos) << told;
+    EXPECT_NE(told.find(row.reason), std::string::npos) << told;
+    qunsetenv(row.variable);
+  }
+}
+
+}  // namespace
+}  // namespace tessaril
