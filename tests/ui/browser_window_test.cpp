@@ -214,6 +214,7 @@ TEST_F(Browser, GoesWhereTheAddressSays) {
     Box().setEditText(QString::fromStdString(row.typed));
     QTest::keyClick(&Box(), Qt::Key_Return);
     EXPECT_EQ(browser.Asked(), Words{row.wanted}) << row.typed;
+    EXPECT_TRUE(driver->Find("brwWebBrowser")->hasFocus());
     EXPECT_TRUE(IsTimerOn());
   }
   Box().setEditText("  ");

@@ -15,10 +15,12 @@
 #include <QSlider>
 #include <QStyleOptionButton>
 #include <QStyleOptionComboBox>
+#include <QToolButton>
 #include <QtTest>
 #include <filesystem>
 
 #include "tests/ui/support/driver.h"
+#include "tests/ui/support/recorded_browser.h"
 #include "ui/shared/place.h"
 
 // What can be seen of the windows in all their states, with small and large letters.
@@ -50,6 +52,7 @@ std::vector<QWidget*> ShownControls(const QWidget& window) {
 }
 
 QString CaptionOf(const QWidget& control) {
+  if (IsAny<QToolButton>(&control)) return {};  // these show pictures
   const auto* const list = qobject_cast<const QComboBox*>(&control);
   return list != nullptr ? list->currentText() : control.property("text").toString();
 }
@@ -130,11 +133,13 @@ void ExpectGoodLooks(const QWidget& window) {
 
 // A user at a copy of the sample site, which runs may change.
 struct Visitor {
-  Visitor() {
+  explicit Visitor(bool with_browser = false) {
     std::filesystem::copy(EXAMPLE_SITE, scratch / "site", std::filesystem::copy_options::recursive);
-    driver = std::make_unique<Driver>(scratch / "site");
+    driver =
+        std::make_unique<Driver>(scratch / "site", "", with_browser ? browser.Maker() : MakeBrowserControl());
   }
   ScratchFolder scratch;
+  RecordedBrowser browser;
   std::unique_ptr<Driver> driver;
 };
 
@@ -180,6 +185,17 @@ void LookAround(const std::function<void(QWidget&)>& look) {
   look(driver.start_up->Frame());
 }
 
+// The same in the browser window.
+void LookIntoBrowser(const std::function<void(QWidget&)>& look) {
+  Visitor visitor(true);
+  visitor.driver->Choose(2);
+  visitor.driver->Press("cmdSearch");
+  visitor.browser.Complete(QString(200, 'w'), "file:///a.htm");
+  visitor.browser.events->StatusTextChanged(QString(200, 'w'));
+  visitor.browser.events->ProgressChanged(-1, 100);
+  look(visitor.driver->start_up->Frame());
+}
+
 TEST(Looks, AreGoodWithSmallAndLargeLetters) {
   const QFont usual = QApplication::font();
   for (const int size : {0, 14}) {
@@ -188,6 +204,7 @@ TEST(Looks, AreGoodWithSmallAndLargeLetters) {
     if (size > 0) font.setPointSize(size);
     QApplication::setFont(font);
     LookAround(ExpectGoodLooks);
+    LookIntoBrowser(ExpectGoodLooks);
   }
   QApplication::setFont(usual);
 }
@@ -230,6 +247,11 @@ TEST(Looks, TabWalksInReadingOrder) {
     EXPECT_EQ(TabWalk(window.findChild<QWidget*>("SearchText")),
               (Names{"SearchText", "ReplaceText", "btnKeep", "btnReplace", "btnPalette", "btnStop"}));
   });
+  Visitor reader(true);
+  reader.driver->Choose(2);
+  reader.driver->Press("cmdSearch");
+  EXPECT_EQ(TabWalk(reader.driver->Find("Reset")),
+            (Names{"Reset", "PrintWB", "cboAddress", "brwWebBrowser"}));
   driver.Press("cmdSeeResults");
   EXPECT_EQ(TabWalk(driver.Find("cmdSaveAs")), (Names{"cmdSaveAs", "cmdSearch", "cmdExit", "UdTxt"}));
 }

@@ -30,6 +30,7 @@ AddressBar::AddressBar(QWidget* parent)
   disconnect(line, &QLineEdit::editingFinished, cboAddress, nullptr);
   disconnect(line, &QLineEdit::returnPressed, cboAddress, nullptr);
   connect(line, &QLineEdit::returnPressed, this, &AddressBar::Wanted);
+  connect(line, &QLineEdit::returnPressed, this, &AddressBar::Entered);
   connect(cboAddress, &QComboBox::activated, this, &AddressBar::Wanted);
   resize(width(), Pixels(kHeight));
 }

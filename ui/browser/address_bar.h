@@ -27,8 +27,11 @@ class AddressBar : public QWidget {
   void BeginTyping();
 
  signals:
-  /// The user wants to see the address in the box.
+  /// The user wants to see the address in the box, which was chosen from the list or entered.
   void Wanted();
+
+  /// It was entered; comes after the other.
+  void Entered();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

@@ -4,7 +4,6 @@
 #include <QFileDialog>
 #include <QPointer>
 #include <QShortcut>
-#include <QStyle>
 #include <utility>
 
 #include "engine/paths.h"
@@ -16,7 +15,6 @@
 namespace tessaril {
 namespace {
 
-constexpr Place kToolBarPlace{0, 0, 3000, 420};
 constexpr int kSideMargins = 100;  // twips that the page is narrower than the window
 constexpr int kBelowPage = 320;    // twips between the page and the bottom of the window
 constexpr int kStatusHeight = 300;
@@ -35,7 +33,7 @@ std::unique_ptr<BrowserWindow> BrowserWindow::Create(const Session& session, con
 
 BrowserWindow::BrowserWindow(const Session& session)
     : session_(session),
-      tbToolBar(new QToolBar(this)),
+      tbToolBar(new ToolBar(this)),
       Reset(MakeButton(this, "Reset", {3100, 72, 1020, 264}, "To &Main", "Back to the main screen")),
       Command1(MakeButton(this, "Command1", {4100, 72, 1020, 264}, "Edit &HTML",
                           "Edit the HTML code of this file.")),
@@ -44,7 +42,6 @@ BrowserWindow::BrowserWindow(const Session& session)
       StatusBar1(new StatusBar(this)),
       timTimer(new QTimer(this)) {
   setObjectName("frmBrowser");
-  Put(*tbToolBar, "tbToolBar", kToolBarPlace);
   timTimer->setObjectName("timTimer");
   timTimer->setInterval(kTick);
   Reset->setEnabled(session.CurrentFile != JoinPath(session.ProgramFolder, "~temp.htm"));
@@ -52,8 +49,9 @@ BrowserWindow::BrowserWindow(const Session& session)
   connect(timTimer, &QTimer::timeout, this, &BrowserWindow::LookWhetherBusy);
   connect(Reset, &QPushButton::clicked, this, &BrowserWindow::ToMain);
   connect(PrintWB, &QPushButton::clicked, this, &BrowserWindow::Print);
+  connect(tbToolBar, &ToolBar::Pressed, this, &BrowserWindow::Use);
   connect(picAddress, &AddressBar::Wanted, this, &BrowserWindow::GoToTyped);
-  MakeToolBar();
+  connect(picAddress, &AddressBar::Entered, this, &BrowserWindow::FocusPage);
   MakeKeys();
 }
 
@@ -71,40 +69,15 @@ void BrowserWindow::Take(std::unique_ptr<BrowserControl> control) {
   LayOut();
 }
 
-void BrowserWindow::MakeToolBar() {
-  const struct {
-    const char* key;
-    QStyle::StandardPixmap icon;
-    void (BrowserControl::*action)();
-  } tools[] = {
-      {"Back", QStyle::SP_ArrowBack, &BrowserControl::GoBack},
-      {"Forward", QStyle::SP_ArrowForward, &BrowserControl::GoForward},
-      {"Stop", QStyle::SP_BrowserStop, nullptr},
-      {"Refresh", QStyle::SP_BrowserReload, &BrowserControl::Refresh},
-      {"Home", QStyle::SP_DirHomeIcon, &BrowserControl::GoHome},
-      {"Search", QStyle::SP_FileDialogContentsView, &BrowserControl::GoSearch},
-  };
-  const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize);
-  tbToolBar->setIconSize({icon, icon});
-  for (const auto& tool : tools) {
-    QAction* const action = tbToolBar->addAction(style()->standardIcon(tool.icon), tool.key);
-    tbToolBar->widgetForAction(action)->setObjectName("tbToolBar_" + action->text());
-    connect(action, &QAction::triggered, this, [this, does = tool.action] {
-      if (does == nullptr) return Stop();
-      DoByTool(does);
-    });
-  }
-}
-
 void BrowserWindow::MakeKeys() {
   const auto add = [this](const QKeySequence& key, auto does) {
     connect(new QShortcut(key, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut), &QShortcut::activated,
             this, does);
   };
-  add(Qt::Key_F5, [this] { DoByTool(&BrowserControl::Refresh); });
-  add(Qt::ALT | Qt::Key_Left, [this] { DoByTool(&BrowserControl::GoBack); });
-  add(Qt::ALT | Qt::Key_Right, [this] { DoByTool(&BrowserControl::GoForward); });
-  add(Qt::Key_Escape, [this] { Stop(); });
+  add(Qt::Key_F5, [this] { Use(Tool::kRefresh); });
+  add(Qt::ALT | Qt::Key_Left, [this] { Use(Tool::kBack); });
+  add(Qt::ALT | Qt::Key_Right, [this] { Use(Tool::kForward); });
+  add(Qt::Key_Escape, [this] { Use(Tool::kStop); });
   add(Qt::CTRL | Qt::Key_L, [this] { picAddress->BeginTyping(); });
 }
 
@@ -137,9 +110,22 @@ void BrowserWindow::LayOut() {
   StatusBar1->setGeometry(0, height() - Pixels(kStatusHeight), width(), Pixels(kStatusHeight));
 }
 
-void BrowserWindow::DoByTool(void (BrowserControl::*action)()) {
+void BrowserWindow::Use(Tool tool) {
   timTimer->start();
-  (control_.get()->*action)();
+  switch (tool) {
+    case Tool::kBack:
+      return control_->GoBack();
+    case Tool::kForward:
+      return control_->GoForward();
+    case Tool::kStop:
+      return Stop();
+    case Tool::kRefresh:
+      return control_->Refresh();
+    case Tool::kHome:
+      return control_->GoHome();
+    case Tool::kSearch:
+      return control_->GoSearch();
+  }
 }
 
 void BrowserWindow::Stop() {

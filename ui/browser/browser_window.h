@@ -3,7 +3,6 @@
 
 #include <QPushButton>
 #include <QTimer>
-#include <QToolBar>
 #include <QWidget>
 #include <memory>
 #include <string>
@@ -11,6 +10,7 @@
 #include "ui/browser/address_bar.h"
 #include "ui/browser/browser_control.h"
 #include "ui/browser/status_bar.h"
+#include "ui/browser/tool_bar.h"
 #include "ui/printing/print_target.h"
 #include "ui/shared/session.h"
 
@@ -54,9 +54,8 @@ class BrowserWindow : public QWidget, private BrowserEvents {
   void SavingFailed(const QString& path, const QString& reason) override;
 
   void Take(std::unique_ptr<BrowserControl> control);
-  void MakeToolBar();
   void MakeKeys();
-  void DoByTool(void (BrowserControl::*action)());
+  void Use(Tool tool);
   void Stop();
   void LookWhetherBusy();
   void GoToTyped();
@@ -66,7 +65,7 @@ class BrowserWindow : public QWidget, private BrowserEvents {
   void LayOut();
 
   const Session& session_;
-  QToolBar* tbToolBar;
+  ToolBar* tbToolBar;
   QPushButton* Reset;
   QPushButton* Command1;
   QPushButton* PrintWB;
