@@ -21,7 +21,7 @@
 namespace tessaril {
 namespace {
 
-constexpr int kPatience = 15000;  // milliseconds
+constexpr int kPatience = 30000;  // milliseconds
 
 // The processes below this one by their depth: the component's helpers are at 1, those that show pages at 2.
 std::map<int, int> Processes() {

@@ -93,20 +93,33 @@ TEST(RealWindow, EndsWellWhenItIsClosedOrTerminated) {
   const struct {
     bool close;
     bool can_save;  // where not, nobody is waited for to read that
-  } rows[] = {{true, true}, {false, true}, {false, false}};
-  for (const auto& [close, can_save] : rows) {
-    SCOPED_TRACE(close);
+    bool browses;   // shows a page
+  } rows[] = {{true, true, false},
+              {false, true, false},
+              {false, false, false},
+              {true, true, true},
+              {false, true, true}};
+  for (const auto& [close, can_save, browses] : rows) {
+    SCOPED_TRACE(testing::Message() << close << can_save << browses);
     ScratchFolder scratch;
-    for (const std::string file :
+    const std::filesystem::path plugin =
+        std::filesystem::path(TESSARIL_PROGRAM).replace_filename("libtessaril_browser.so");
+    if (browses && !std::filesystem::exists(plugin)) continue;
+    for (const std::filesystem::path file :
          {TESSARIL_PROGRAM, ENTITY_DATA "/alphatg1.dat", ENTITY_DATA "/alphatg2.dat"}) {
       std::filesystem::copy(file, scratch.path());
     }
+    if (browses) std::filesystem::copy(plugin, scratch.path());
     if (!can_save) std::filesystem::create_directory(scratch / "TSL32.ini");
     QProcess program;
     program.start(QString::fromStdString(scratch / "tessaril"), {EXAMPLE_SITE});
     const QString search =
         QString("search --onlyvisible --all --pid %1 --name Tessaril").arg(program.processId());
     ASSERT_TRUE(Becomes([&] { return !Do(search).isEmpty(); }));
+    if (browses) {
+      EXPECT_TRUE(DoUntil("windowactivate --sync " + Do(search) + " key Tab Home Return",
+                          [&] { return !Do(search + ".*Museum").isEmpty(); }));
+    }
     const auto has_ended = [&] { return program.state() == QProcess::NotRunning; };
     if (close) {
       EXPECT_TRUE(DoUntil("windowactivate --sync " + Do(search) + " key alt+F4", has_ended));
