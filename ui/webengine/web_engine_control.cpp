@@ -1,6 +1,7 @@
 #include "ui/webengine/web_engine_control.h"
 
 #include <QFile>
+#include <QPointer>
 #include <QWebEngineHistory>
 #include <QWebEngineScript>
 #include <utility>
@@ -62,7 +63,7 @@ void WebEngineControl::LoadingChanged(const QWebEngineLoadingInfo& loading) {
       events_.StatusTextChanged("Stopped");
       break;
     case QWebEngineLoadingInfo::LoadFailedStatus:
-      events_.StatusTextChanged("Not opened: " + address + " " + loading.errorString());
+      events_.StatusTextChanged("Not opened: " + address + ": " + loading.errorString());
       break;
   }
   events_.ProgressChanged(-1, 100);
@@ -112,10 +113,12 @@ bool WebEngineControl::Busy() const {
   return page_.isLoading() || (asked_.isValid() && !asked_.hasExpired(kMostUntilBegun));
 }
 
-// Of a PDF file the component would print the viewer; the file itself is the document.
+// Of a PDF file the component would print the viewer; the file itself is the document. A page that goes away
+// answers, too.
 void WebEngineControl::MakePdf(const QPageLayout& layout, std::function<void(const QByteArray& pdf)> done) {
   page_.runJavaScript("document.contentType", QWebEngineScript::ApplicationWorld,
-                      [this, layout, done = std::move(done)](const QVariant& type) {
+                      [this, view = QPointer(&view_), layout, done = std::move(done)](const QVariant& type) {
+                        if (view == nullptr) return done({});
                         if (type.toString() != "application/pdf") return page_.printToPdf(done, layout);
                         done(WholeFile(page_.url().toLocalFile()));
                       });
