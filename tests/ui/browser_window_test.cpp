@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPrintDialog>
 #include <QtTest>
 #include <filesystem>
@@ -60,6 +61,7 @@ TEST_F(Browser, ShowsTheMarkedFileAndLeadsBack) {
   EXPECT_FALSE(driver->IsShown("MainWindow"));
   EXPECT_EQ(driver->Find("frmBrowser")->width(), driver->start_up->Frame().width());
   EXPECT_TRUE(driver->Find("Reset")->isEnabled());
+  EXPECT_TRUE(driver->Find("brwWebBrowser")->hasFocus());
   EXPECT_EQ(driver->said, Words());
 
   browser.events->DownloadBegun();
@@ -122,6 +124,7 @@ TEST_F(Browser, RestoresTheMarkFromItsTag) {
     driver->Find("MarkedOnly")->setProperty("Tag", tag);
     driver->Press("Reset");
     EXPECT_EQ(driver->Find<QCheckBox>("MarkedOnly")->isChecked(), *tag != '0') << tag;
+    EXPECT_EQ(driver->Find<QListWidget>("filList")->selectedItems().isEmpty(), *tag == '0') << tag;
   }
 }
 
@@ -164,6 +167,9 @@ TEST_F(Browser, DoesWhatToolsAndKeysSay) {
     const std::string tool = std::string("tbToolBar_") + row.tool;
     EXPECT_EQ(driver->Find(tool.c_str())->toolTip(), row.tool);
     browser.busy = true;
+    driver->Press("tbToolBar_Refresh");  // so that the timer is on before
+    ASSERT_TRUE(IsTimerOn());
+    browser.asked.clear();
     driver->Press(tool.c_str());
     driver->Find("brwWebBrowser")->setFocus();
     if (row.key != 0) QTest::keyClick(driver->Find("brwWebBrowser"), Qt::Key(row.key), row.modifiers);
@@ -171,11 +177,12 @@ TEST_F(Browser, DoesWhatToolsAndKeysSay) {
     const bool stops = row.key == Qt::Key_Escape;
     EXPECT_EQ(IsTimerOn(), !stops);
     browser.name = "The title";
-    if (stops) browser.events->DownloadCompleted();
+    if (stops) driver->Press(tool.c_str());
     EXPECT_TRUE(QTest::qWaitFor([&] { return Caption() == (stops ? "The title" : "Working..."); }));
     browser.busy = false;
     EXPECT_TRUE(QTest::qWaitFor([&] { return !IsTimerOn(); }));
     EXPECT_EQ(Caption(), "The title");
+    browser.asked.clear();
   }
   QTest::keyClick(driver->Find("brwWebBrowser"), Qt::Key_L, Qt::ControlModifier);
   EXPECT_TRUE(Box().hasFocus());
@@ -211,6 +218,7 @@ TEST_F(Browser, GoesWhereTheAddressSays) {
       {"example.org", "http://example.org"},
   };
   for (const auto& row : rows) {
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !IsTimerOn(); }));
     Box().setEditText(QString::fromStdString(row.typed));
     QTest::keyClick(&Box(), Qt::Key_Return);
     EXPECT_EQ(browser.Asked(), Words{row.wanted}) << row.typed;
@@ -220,6 +228,11 @@ TEST_F(Browser, GoesWhereTheAddressSays) {
   Box().setEditText("  ");
   QTest::keyClick(&Box(), Qt::Key_Return);
   EXPECT_EQ(browser.Asked(), Words());
+  EXPECT_EQ(driver->Caption("StatusBar1_2"), "Not an address:   ");
+  driver->Press("cboAddress");
+  QTest::keyClick(&Box(), Qt::Key_Escape);
+  EXPECT_EQ(Box().currentText(), Address("b.htm"));
+  browser.asked.clear();
   EXPECT_EQ(List().size(), 2u);  // what is typed joins when it is shown
   Box().setEditText(Box().itemText(1));
   QTest::keyClick(&Box(), Qt::Key_Tab);  // typed, not chosen

@@ -35,7 +35,7 @@ QUrl TypedAddress(const QString& text, const std::string& folder) {
   for (const QString& path : {typed, with_blanks}) {
     if (const QUrl file = ExistingFile(path, folder); !file.isEmpty()) return file;
   }
-  if (typed.startsWith(kSeparator)) return FileAddress(with_blanks.toStdString());
+  if (typed.startsWith(kSeparator)) return FileAddress(QFile::encodeName(with_blanks).toStdString());
   return QUrl::fromUserInput(typed);
 }
 

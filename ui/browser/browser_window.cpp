@@ -6,7 +6,6 @@
 #include <QShortcut>
 #include <utility>
 
-#include "engine/paths.h"
 #include "ui/browser/addresses.h"
 #include "ui/shared/controls.h"
 #include "ui/shared/message_boxes.h"
@@ -44,7 +43,6 @@ BrowserWindow::BrowserWindow(const Session& session)
   setObjectName("frmBrowser");
   timTimer->setObjectName("timTimer");
   timTimer->setInterval(kTick);
-  Reset->setEnabled(session.CurrentFile != JoinPath(session.ProgramFolder, "~temp.htm"));
   Command1->setEnabled(false);  // there is no editor yet
   connect(timTimer, &QTimer::timeout, this, &BrowserWindow::LookWhetherBusy);
   connect(Reset, &QPushButton::clicked, this, &BrowserWindow::ToMain);
@@ -57,6 +55,7 @@ BrowserWindow::BrowserWindow(const Session& session)
 
 // The component's widget leaves the window before the window takes its children with it.
 BrowserWindow::~BrowserWindow() {
+  timTimer->stop();
   control_.reset();
 }
 
@@ -77,7 +76,10 @@ void BrowserWindow::MakeKeys() {
   add(Qt::Key_F5, [this] { Use(Tool::kRefresh); });
   add(Qt::ALT | Qt::Key_Left, [this] { Use(Tool::kBack); });
   add(Qt::ALT | Qt::Key_Right, [this] { Use(Tool::kForward); });
-  add(Qt::Key_Escape, [this] { Use(Tool::kStop); });
+  add(Qt::Key_Escape, [this] {
+    Use(Tool::kStop);
+    if (picAddress->isAncestorOf(focusWidget())) picAddress->Show(control_->LocationURL());
+  });
   add(Qt::CTRL | Qt::Key_L, [this] { picAddress->BeginTyping(); });
 }
 
@@ -146,7 +148,7 @@ void BrowserWindow::ShowTitle() {
 
 void BrowserWindow::GoToTyped() {
   const QUrl address = TypedAddress(picAddress->Text(), session_.files.CurrentFolder());
-  if (address.isEmpty()) return;
+  if (address.isEmpty()) return StatusTextChanged("Not an address: " + picAddress->Text());
   timTimer->start();
   control_->Navigate(address);
 }
@@ -181,8 +183,7 @@ void BrowserWindow::TitleChanged(const QString& title) {
 }
 
 QString BrowserWindow::AskWhereToSave(const QString& name) {
-  const QDir folder(QFile::decodeName(session_.files.CurrentFolder().c_str()));
-  QFileDialog dialog(this, "Save As", folder.path());
+  QFileDialog dialog(this, "Save As", QFile::decodeName(session_.files.CurrentFolder().c_str()));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.selectFile(name);
   return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();

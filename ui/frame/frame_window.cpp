@@ -9,6 +9,7 @@
 #include <QShortcut>
 #include <QToolTip>
 #include <iostream>
+#include <utility>
 
 #include "ui/printing/print_text.h"
 #include "ui/printing/printer_font.h"
@@ -130,16 +131,17 @@ void FrameWindow::SetFirstViewer(Viewer viewer) {
 }
 
 bool FrameWindow::ShowInBrowser(const std::string& path) {
-  const bool is_new = browser_ == nullptr;
-  if (!LoadBrowser()) return false;
-  if (!is_new || path != StartAddress()) browser_->Show(path);
+  std::string started;
+  if (!LoadBrowser(started)) return false;
+  if (path != started) browser_->Show(path);
   area_.ShowMaximized(*browser_);
   browser_->FocusPage();
   return true;
 }
 
-// The window is made, shown and given its first page when it is first needed, whatever page is wanted then.
-bool FrameWindow::LoadBrowser() {
+// The window is made, shown and given its first page, which is in `started` then, when it is first needed,
+// whatever page is wanted.
+bool FrameWindow::LoadBrowser(std::string& started) {
   if (browser_ != nullptr) return true;
   if (browser_is_missing_) return false;
   std::string reason;
@@ -153,7 +155,8 @@ bool FrameWindow::LoadBrowser() {
   connect(browser_, &BrowserWindow::ToMain, main_, &MainWindow::ReturnFromViewer);
   connect(browser_, &QWidget::windowTitleChanged, this, &FrameWindow::ShowCaption);
   area_.ShowMaximized(*browser_);
-  if (const std::string start = StartAddress(); !start.empty()) browser_->Start(start);
+  started = StartAddress();
+  if (!started.empty()) browser_->Start(started);
   return true;
 }
 

@@ -61,7 +61,7 @@ class FrameWindow : public QMainWindow, private Program {
   void MakeMenus();
   QAction* AddItem(QMenu& menu, const char* name, const char* caption);
   void ChooseViewer(Viewer viewer);
-  bool LoadBrowser();
+  bool LoadBrowser(std::string& started);
   std::string StartAddress() const;
   void ShowCaption();
   void Exit();
@@ -76,7 +76,7 @@ class FrameWindow : public QMainWindow, private Program {
   const MakeBrowserControl make_browser_;
   ChildArea area_;
   MainWindow* main_ = nullptr;
-  BrowserWindow* browser_ = nullptr;  // as soon as it is needed
+  BrowserWindow* browser_ = nullptr;  // until it is first needed
   QAction* menu0Monospaced = nullptr;
   QAction* menuStartInBrowser = nullptr;
   QAction* menuStartInEditor = nullptr;

@@ -247,16 +247,18 @@ void MainWindow::PickFilter() {
 
 // With the texts as the user typed them.
 void MainWindow::ReturnFromResults() {
-  ReturnToOptions();
-  Picture1.cboSearchSpec->setFocus();
-  cmdUdskriv->hide();
+  Return();
   RestoreTexts();
 }
 
-void MainWindow::ReturnFromViewer() {
+void MainWindow::Return() {
   ReturnToOptions();
   Picture1.cboSearchSpec->setFocus();
   cmdUdskriv->hide();
+}
+
+void MainWindow::ReturnFromViewer() {
+  Return();
   const QString ticked = Picture1.MarkedOnly->property(kTag).toString();
   if (ticked.isEmpty() || Picture1.MarkedOnly->isChecked() == (ticked == "1")) return;
   Picture1.MarkedOnly->setChecked(ticked == "1");

@@ -71,6 +71,7 @@ class MainWindow : public QWidget, private RunStage {
   void Connect();
   void PressSearch();
   void ReturnFromResults();
+  void Return();
   void PressExit();
   void SeeResults();
   void SaveAs();

@@ -39,7 +39,8 @@ Page::Page(QWebEngineProfile* profile) : QWebEnginePage(profile) {
 QString Page::Name() const {
   const QString address = url().toString(QUrl::FullyEncoded);
   const QString name = title();
-  const bool is_made_up = name.isEmpty() || name == url().fileName() || address.endsWith("//" + name) ||
+  const bool is_made_up = name.isEmpty() || name == url().fileName() ||
+                          name == url().fileName(QUrl::FullyEncoded) || address.endsWith("//" + name) ||
                           address.endsWith("//" + name + "/");
   return is_made_up ? address : name;
 }

@@ -25,7 +25,7 @@ bool IsInAny(const QStringList& folders, const char* name, bool executable, std:
     const QFileInfo file(folder + "/" + name);
     if (file.isFile() && file.isReadable() && (!executable || file.isExecutable())) return true;
   }
-  reason = folders.value(0).toStdString() + "/" + name + ": not there, or not to be used";
+  reason = folders.value(0).toStdString() + "/" + name + ": missing or not usable";
   return false;
 }
 
@@ -64,8 +64,11 @@ bool NamespacesAreAllowed(std::string& reason) {
 
 // Root cannot have the sandbox; everybody else has it.
 bool PrepareSandbox(std::string& reason) {
+  if (getuid() != 0 && geteuid() != 0) {
+    qunsetenv(kNoSandbox);
+    return NamespacesAreAllowed(reason);
+  }
   if (qEnvironmentVariableIsSet(kNoSandbox)) return true;
-  if (getuid() != 0 && geteuid() != 0) return NamespacesAreAllowed(reason);
   qputenv(kNoSandbox, "1");
   std::cerr << "tessaril: started as root: the browser shows pages without its sandbox\n";
   return true;

@@ -1,9 +1,11 @@
 #include "ui/webengine/web_engine_control.h"
 
-#include <QFile>
-#include <QPointer>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QWebEngineHistory>
 #include <QWebEngineScript>
+#include <fstream>
+#include <iterator>
 #include <utility>
 
 #include "ui/webengine/downloads.h"
@@ -16,9 +18,17 @@ constexpr char kSearchPage[] = "https://duckduckgo.com/";
 // Milliseconds within which a page that was asked for begins to load, if there is anything to load.
 constexpr qint64 kMostUntilBegun = 1000;
 
-QByteArray WholeFile(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+// Milliseconds that the end of the program waits for a document.
+constexpr int kMostUntilDrawn = 5000;
+
+constexpr char kRendererIsGone[] =
+    "The process that showed the page has ended. \"Refresh\" shows the page again.";
+
+// The toolkit opens no file whose name is no text.
+QByteArray WholeFile(const QUrl& address) {
+  const QByteArray path = QByteArray::fromPercentEncoding(address.path(QUrl::FullyEncoded).toLatin1());
+  std::ifstream file(path.toStdString(), std::ios::binary);
+  return QByteArray::fromStdString({std::istreambuf_iterator<char>(file), {}});
 }
 
 }  // namespace
@@ -28,6 +38,16 @@ WebEngineControl::WebEngineControl(BrowserEvents& events, const QUrl& home)
   view_.setPage(&page_);
   AskForDownloads(profile_, events_);
   Connect();
+}
+
+// The component ends the program when it goes while it makes a document.
+WebEngineControl::~WebEngineControl() {
+  QObject::disconnect(&page_, nullptr, &view_, nullptr);
+  QObject::disconnect(&profile_, nullptr, &profile_, nullptr);
+  const QDeadlineTimer deadline(kMostUntilDrawn);
+  while (drawing_ > 0 && !renderer_is_gone_ && !deadline.hasExpired()) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 50);
+  }
 }
 
 void WebEngineControl::Connect() {
@@ -54,24 +74,27 @@ void WebEngineControl::LoadingChanged(const QWebEngineLoadingInfo& loading) {
   const QString address = loading.url().toString(QUrl::FullyEncoded);
   switch (loading.status()) {
     case QWebEngineLoadingInfo::LoadStartedStatus:
+      renderer_is_gone_ = false;
       events_.StatusTextChanged("Opening " + address);
       return events_.DownloadBegun();
     case QWebEngineLoadingInfo::LoadSucceededStatus:
       events_.StatusTextChanged("Done");
+      events_.ProgressChanged(-1, 100);
       break;
     case QWebEngineLoadingInfo::LoadStoppedStatus:
       events_.StatusTextChanged("Stopped");
       break;
     case QWebEngineLoadingInfo::LoadFailedStatus:
-      events_.StatusTextChanged("Not opened: " + address + ": " + loading.errorString());
+      if (!renderer_is_gone_)
+        events_.StatusTextChanged("Not opened: " + address + ": " + loading.errorString());
       break;
   }
-  events_.ProgressChanged(-1, 100);
   events_.DownloadCompleted();
 }
 
 void WebEngineControl::RendererEnded() {
-  events_.StatusTextChanged("The process that showed the page has ended. \"Refresh\" shows the page again.");
+  renderer_is_gone_ = true;
+  events_.StatusTextChanged(kRendererIsGone);
   events_.DownloadCompleted();
 }
 
@@ -113,15 +136,26 @@ bool WebEngineControl::Busy() const {
   return page_.isLoading() || (asked_.isValid() && !asked_.hasExpired(kMostUntilBegun));
 }
 
-// Of a PDF file the component would print the viewer; the file itself is the document. A page that goes away
-// answers, too.
 void WebEngineControl::MakePdf(const QPageLayout& layout, std::function<void(const QByteArray& pdf)> done) {
-  page_.runJavaScript("document.contentType", QWebEngineScript::ApplicationWorld,
-                      [this, view = QPointer(&view_), layout, done = std::move(done)](const QVariant& type) {
-                        if (view == nullptr) return done({});
-                        if (type.toString() != "application/pdf") return page_.printToPdf(done, layout);
-                        done(WholeFile(page_.url().toLocalFile()));
-                      });
+  if (renderer_is_gone_) return done({});
+  ++drawing_;
+  Draw(layout, [this, done = std::move(done)](const QByteArray& pdf) {
+    --drawing_;
+    done(pdf);
+  });
+}
+
+// Of a PDF file the component would print the viewer; the file itself is the document.
+void WebEngineControl::Draw(const QPageLayout& layout,
+                            const std::function<void(const QByteArray& pdf)>& done) {
+  page_.runJavaScript(
+      "document.contentType", QWebEngineScript::ApplicationWorld, [this, layout, done](const QVariant& type) {
+        if (!type.isValid()) return done({});  // the page goes away
+        if (type.toString() != "application/pdf") return page_.printToPdf(done, layout);
+        if (page_.url().isLocalFile()) return done(WholeFile(page_.url()));
+        done({});
+        events_.StatusTextChanged("Not printed: Save this document, then print it from the disk");
+      });
 }
 
 }  // namespace tessaril

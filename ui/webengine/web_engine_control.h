@@ -16,6 +16,9 @@ class WebEngineControl : public BrowserControl {
  public:
   WebEngineControl(BrowserEvents& events, const QUrl& home);
 
+  /// Waits a few seconds for a document that is being made; the events are told nothing more.
+  ~WebEngineControl() override;
+
   QWidget* Widget() override { return &view_; }
   void Navigate(const QUrl& address) override;
   void GoBack() override;
@@ -34,11 +37,14 @@ class WebEngineControl : public BrowserControl {
   void Ask(QWebEnginePage::WebAction action);
   void LoadingChanged(const QWebEngineLoadingInfo& loading);
   void RendererEnded();
+  void Draw(const QPageLayout& layout, const std::function<void(const QByteArray& pdf)>& done);
 
   BrowserEvents& events_;
   const QUrl home_;
-  QUrl wanted_;          // the last address that was navigated to
-  QElapsedTimer asked_;  // since a page was asked for whose load has not begun; else invalid
+  QUrl wanted_;                    // the last address that was navigated to
+  QElapsedTimer asked_;            // since a page was asked for whose load has not begun; else invalid
+  bool renderer_is_gone_ = false;  // until the next page begins to load
+  int drawing_ = 0;                // documents that are being made
   QWebEngineProfile profile_;
   Page page_;
   QWebEngineView view_;
