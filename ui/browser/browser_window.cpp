@@ -2,13 +2,16 @@
 
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPointer>
 #include <QShortcut>
 #include <utility>
 
+#include "engine/disk_files.h"
 #include "ui/browser/addresses.h"
 #include "ui/shared/controls.h"
 #include "ui/shared/message_boxes.h"
+#include "ui/shared/save_file.h"
 #include "ui/shared/texts.h"
 
 namespace tessaril {
@@ -186,7 +189,16 @@ QString BrowserWindow::AskWhereToSave(const QString& name) {
   QFileDialog dialog(this, "Save As", QFile::decodeName(session_.files.CurrentFolder().c_str()));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.selectFile(name);
-  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+  if (dialog.exec() != QDialog::Accepted) return {};
+  const QString path = dialog.selectedFiles().value(0);
+  DiskFiles files;
+  const Status status = LookBeforeSaving(files, QFile::encodeName(path).toStdString());
+  if (!status.ok()) {
+    SavingFailed(path, Shown(status.reason()));
+    return {};
+  }
+  const QFileInfo target(path);
+  return target.exists() ? target.canonicalFilePath() : path;  // a link stays one
 }
 
 void BrowserWindow::SavingFailed(const QString& path, const QString& reason) {
