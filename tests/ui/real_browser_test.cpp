@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPrintDialog>
+#include <QPushButton>
 #include <QtTest>
 #include <filesystem>
 #include <fstream>
@@ -326,6 +327,30 @@ TEST_F(RealBrowser, OutlivesTheProcessThatShowsThePage) {
   site.Write("first.htm", "<TITLE>Back again</TITLE>");
   driver->Press("tbToolBar_Refresh");
   EXPECT_TRUE(Becomes("Back again"));
+}
+
+TEST_F(RealBrowser, GetsAwayFromScriptsWithoutEnd) {
+  site.Write("alerts.htm", "<TITLE>Alerts</TITLE><SCRIPT>for (;;) alert('a & <b>');</SCRIPT>");
+  int boxes = 0;
+  driver->on_dialog = [&](QWidget& dialog) {
+    ASSERT_EQ(dialog.objectName(), "frmPageQuestion");
+    EXPECT_EQ(dialog.findChild<QLabel*>()->text(), "a & <b>");
+    ++boxes;
+    for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
+      if (button->text() == (boxes < 3 ? "&OK" : "&Stop the page")) return button->click();
+    }
+    static_cast<QDialog&>(dialog).reject();
+  };
+  Go("alerts.htm");
+  EXPECT_TRUE(
+      Soon([&] { return Text("StatusBar1_2").startsWith("The process that showed the page has ended"); }));
+  EXPECT_EQ(boxes, 3);
+  driver->on_dialog = nullptr;
+  EXPECT_TRUE(GoesTo("first.htm", "First"));
+  site.Write("loop.htm", "<TITLE>Loop</TITLE><SCRIPT>for (;;);</SCRIPT>");
+  Go("loop.htm");
+  Rest(500);
+  EXPECT_TRUE(GoesTo("second.htm", "Second"));
 }
 
 // Memory of a process in MB, shared pages counted in parts.

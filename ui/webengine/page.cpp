@@ -1,7 +1,10 @@
 #include "ui/webengine/page.h"
 
+#include <QAuthenticator>
 #include <QWebEngineNewWindowRequest>
 #include <QWebEngineSettings>
+#include <QWebEngineView>
+#include <csignal>
 
 namespace tessaril {
 
@@ -28,6 +31,10 @@ Page::Page(QWebEngineProfile* profile) : QWebEnginePage(profile) {
           [this](const QUrl& origin, Feature feature) {
             setFeaturePermission(origin, feature, PermissionDeniedByUser);
           });
+  // Without an answer the component would ask the server again and again with an empty name.
+  const auto refuse = [](const QUrl&, QAuthenticator* answer) { *answer = {}; };
+  connect(this, &QWebEnginePage::authenticationRequired, this, refuse);
+  connect(this, &QWebEnginePage::proxyAuthenticationRequired, this, refuse);
   // Pages of servers have no way to local files, and get none here.
   connect(this, &QWebEnginePage::newWindowRequested, this, [this](QWebEngineNewWindowRequest& request) {
     const QUrl address = request.requestedUrl();
@@ -43,6 +50,37 @@ QString Page::Name() const {
                           name == url().fileName(QUrl::FullyEncoded) || address.endsWith("//" + name) ||
                           address.endsWith("//" + name + "/");
   return is_made_up ? address : name;
+}
+
+void Page::EndProcess() {
+  if (const qint64 id = renderProcessPid(); id > 0) kill(static_cast<pid_t>(id), SIGKILL);
+}
+
+void Page::javaScriptAlert(const QUrl& origin, const QString& text) {
+  PageQuestion box(QWebEngineView::forPage(this), origin.toString(), text, PageQuestion::kTell, MayStop());
+  Ask(box);
+}
+
+bool Page::javaScriptConfirm(const QUrl& origin, const QString& text) {
+  PageQuestion box(QWebEngineView::forPage(this), origin.toString(), text, PageQuestion::kAsk, MayStop());
+  return Ask(box);
+}
+
+bool Page::javaScriptPrompt(const QUrl& origin, const QString& text, const QString& proposed,
+                            QString* answer) {
+  PageQuestion box(QWebEngineView::forPage(this), origin.toString(), text, PageQuestion::kAskText, MayStop());
+  box.SetAnswer(proposed);
+  const bool is_answered = Ask(box);
+  *answer = box.Answer();
+  return is_answered;
+}
+
+// The boxes of a script without an end would leave the user no way to anything else.
+bool Page::Ask(PageQuestion& question) {
+  ++said_;
+  const bool yes = question.exec() == QDialog::Accepted;
+  if (question.IsToStop()) EndProcess();
+  return yes;
 }
 
 // What pages say to their authors is not this program's to say.

@@ -48,6 +48,14 @@ bool ResourcesAreThere(std::string& reason) {
                  reason);
 }
 
+// The component's processes hand their pictures over in memory of this folder; without it the first ends all.
+bool SharedMemoryIsThere(std::string& reason) {
+  constexpr char kFolder[] = "/dev/shm";
+  if (access(kFolder, W_OK | X_OK) == 0) return true;
+  reason = std::string(kFolder) + ": " + std::strerror(errno);
+  return false;
+}
+
 // The sandbox needs namespaces of its own, which some systems do not let users have. The component ends the
 // program where it gets none; here a process of its own is asked to try.
 bool NamespacesAreAllowed(std::string& reason) {
@@ -77,7 +85,8 @@ bool PrepareSandbox(std::string& reason) {
 }  // namespace
 
 bool CanStart(std::string& reason) {
-  return ProcessIsThere(reason) && ResourcesAreThere(reason) && PrepareSandbox(reason);
+  return ProcessIsThere(reason) && ResourcesAreThere(reason) && SharedMemoryIsThere(reason) &&
+         PrepareSandbox(reason);
 }
 
 }  // namespace tessaril

@@ -1,14 +1,12 @@
 #include "ui/webengine/web_engine_control.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDeadlineTimer>
 #include <QWebEngineHistory>
 #include <QWebEngineScript>
 #include <fstream>
 #include <iterator>
 #include <utility>
-
-#include "ui/webengine/downloads.h"
 
 namespace tessaril {
 namespace {
@@ -17,6 +15,10 @@ constexpr char kSearchPage[] = "https://duckduckgo.com/";
 
 // Milliseconds within which a page that was asked for begins to load, if there is anything to load.
 constexpr qint64 kMostUntilBegun = 1000;
+
+// How often a page's process is asked for a sign of life, and for how long; milliseconds.
+constexpr int kBetweenLooks = 500;
+constexpr qint64 kMostSilence = 8000;
 
 // Milliseconds that the end of the program waits for a document.
 constexpr int kMostUntilDrawn = 5000;
@@ -34,16 +36,17 @@ QByteArray WholeFile(const QUrl& address) {
 }  // namespace
 
 WebEngineControl::WebEngineControl(BrowserEvents& events, const QUrl& home)
-    : events_(events), home_(home), page_(&profile_) {
+    : events_(events), home_(home), downloads_(profile_, events), page_(&profile_) {
   view_.setPage(&page_);
-  AskForDownloads(profile_, events_);
+  looks_.setInterval(kBetweenLooks);
   Connect();
 }
 
 // The component ends the program when it goes while it makes a document.
 WebEngineControl::~WebEngineControl() {
   QObject::disconnect(&page_, nullptr, &view_, nullptr);
-  QObject::disconnect(&profile_, nullptr, &profile_, nullptr);
+  QObject::disconnect(&profile_, nullptr, &downloads_, nullptr);
+  looks_.stop();
   const QDeadlineTimer deadline(kMostUntilDrawn);
   while (drawing_ > 0 && !renderer_is_gone_ && !deadline.hasExpired()) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 50);
@@ -54,8 +57,10 @@ void WebEngineControl::Connect() {
   const QObject* const receiver = &view_;  // which goes first of all
   QObject::connect(&page_, &QWebEnginePage::loadingChanged, receiver,
                    [this](const QWebEngineLoadingInfo& loading) { LoadingChanged(loading); });
-  QObject::connect(&page_, &QWebEnginePage::loadProgress, receiver,
-                   [this](int percent) { events_.ProgressChanged(percent, 100); });
+  QObject::connect(&page_, &QWebEnginePage::loadProgress, receiver, [this](int percent) {
+    if (percent > 0) looks_.stop();
+    events_.ProgressChanged(percent, 100);
+  });
   QObject::connect(&page_, &QWebEnginePage::titleChanged, receiver,
                    [this] { events_.TitleChanged(LocationName()); });
   QObject::connect(&page_, &QWebEnginePage::linkHovered, receiver,
@@ -96,12 +101,38 @@ void WebEngineControl::RendererEnded() {
   renderer_is_gone_ = true;
   events_.StatusTextChanged(kRendererIsGone);
   events_.DownloadCompleted();
+  if (again_) QTimer::singleShot(0, &view_, std::exchange(again_, {}));
+}
+
+// All pages of the disk share a process. One whose script never ends would keep it from whatever the user
+// asks for next.
+void WebEngineControl::Watch(std::function<void()> again) {
+  page_.BeginAnew();
+  again_ = {};
+  silent_.start();
+  looks_.disconnect();
+  QObject::connect(&looks_, &QTimer::timeout, &view_,
+                   [this, again = std::move(again)] { LookWhetherAlive(again); });
+  looks_.start();
+}
+
+void WebEngineControl::LookWhetherAlive(const std::function<void()>& again) {
+  if (QApplication::activeModalWidget() != nullptr) silent_.start();  // the page may wait for the user
+  if (silent_.elapsed() > kMostSilence) {
+    looks_.stop();
+    again_ = again;
+    return page_.EndProcess();
+  }
+  page_.runJavaScript("0", QWebEngineScript::ApplicationWorld, [this](const QVariant& answer) {
+    if (answer.isValid()) looks_.stop();
+  });
 }
 
 void WebEngineControl::Navigate(const QUrl& address) {
   wanted_ = address;
   asked_.start();
   page_.load(address);
+  Watch([this, address] { page_.load(address); });
 }
 
 void WebEngineControl::GoBack() {
@@ -124,11 +155,13 @@ void WebEngineControl::Refresh() {
 void WebEngineControl::Stop() {
   asked_.invalidate();
   page_.triggerAction(QWebEnginePage::Stop);
+  Watch({});
 }
 
 void WebEngineControl::Ask(QWebEnginePage::WebAction action) {
   asked_.start();
   page_.triggerAction(action);
+  Watch([this, action] { page_.triggerAction(action); });
 }
 
 // The component begins a little after it was asked.

@@ -2,11 +2,13 @@
 #define TESSARIL_UI_WEBENGINE_WEB_ENGINE_CONTROL_H_
 
 #include <QElapsedTimer>
+#include <QTimer>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
 
 #include "ui/browser/browser_control.h"
+#include "ui/webengine/downloads.h"
 #include "ui/webengine/page.h"
 
 namespace tessaril {
@@ -35,6 +37,8 @@ class WebEngineControl : public BrowserControl {
  private:
   void Connect();
   void Ask(QWebEnginePage::WebAction action);
+  void Watch(std::function<void()> again);
+  void LookWhetherAlive(const std::function<void()>& again);
   void LoadingChanged(const QWebEngineLoadingInfo& loading);
   void RendererEnded();
   void Draw(const QPageLayout& layout, const std::function<void(const QByteArray& pdf)>& done);
@@ -43,9 +47,13 @@ class WebEngineControl : public BrowserControl {
   const QUrl home_;
   QUrl wanted_;                    // the last address that was navigated to
   QElapsedTimer asked_;            // since a page was asked for whose load has not begun; else invalid
+  QTimer looks_;                   // whether the page's process answers
+  QElapsedTimer silent_;           // since it was first asked
+  std::function<void()> again_;    // what is to be done again when it has to be ended
   bool renderer_is_gone_ = false;  // until the next page begins to load
   int drawing_ = 0;                // documents that are being made
   QWebEngineProfile profile_;
+  Downloads downloads_;
   Page page_;
   QWebEngineView view_;
 };
