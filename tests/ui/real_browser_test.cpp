@@ -8,6 +8,7 @@
 #include <QPrintDialog>
 #include <QPushButton>
 #include <QtTest>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -302,6 +303,50 @@ TEST_F(RealBrowser, AsksWhereToSaveWhatIsNoPage) {
   EXPECT_EQ(site.Read("x.zip"), bytes);
   EXPECT_EQ(site.Names(), (std::vector<std::string>{"first.htm", "second.htm", "x.zip"}));
   EXPECT_FALSE(std::filesystem::exists(home / "Downloads/x.zip"));
+}
+
+TEST_F(RealBrowser, SavesWhereFilesCanBeSaved) {
+  WebServer server;
+  server.answers["/x.zip"] = {"new", "application/zip"};
+  server.answers["/half.zip"] = {"half", "application/zip", "200 Yes", 2};
+  site.Write("real.zip", "old");
+  std::filesystem::create_symlink("real.zip", site / "link.zip");
+  std::filesystem::create_symlink("/dev/null", site / "device.zip");
+  const struct {
+    QString offered;
+    std::string name;
+    std::string shown;  // the beginning of the status text
+    std::string said;
+  } rows[] = {
+      {server / "x.zip", "link.zip", "Saved: " + (site / "real.zip"), ""},
+      {server / "x.zip", "device.zip", "Stopped", "Not saved: " + (site / "device.zip: Not a regular file")},
+      {server / "half.zip", "half.zip", "Saving: " + (site / "half.zip"), ""},
+  };
+  for (const auto& row : rows) {
+    driver->said.clear();
+    driver->answers = {"yes"};  // a file of that name is to be replaced
+    driver->on_dialog = [&](QWidget& dialog) {
+      auto* const save = qobject_cast<QFileDialog*>(&dialog);
+      if (save == nullptr) return;
+      save->selectFile(QString::fromStdString(site / row.name));
+      QMetaObject::invokeMethod(save, "accept");
+    };
+    Go(row.offered);
+    EXPECT_TRUE(Soon([&] { return Text("StatusBar1_2").toStdString().starts_with(row.shown); })) << row.name;
+    EXPECT_TRUE(Soon([&] { return row.said.empty() || driver->LastSaid() == row.said; }));
+  }
+  driver.reset();  // a file that is not complete is dropped
+  EXPECT_EQ(site.Read("real.zip"), "new");
+  EXPECT_EQ(site.Names(),
+            (std::vector<std::string>{"device.zip", "first.htm", "link.zip", "real.zip", "second.htm"}));
+}
+
+TEST_F(RealBrowser, AsksAServerOnceThatWantsAPassword) {
+  WebServer server;
+  server.answers["/closed.htm"] = {"<TITLE>Closed</TITLE>", "text/html",
+                                   "401 No\r\nWWW-Authenticate: Basic realm=\"x\""};
+  EXPECT_TRUE(GoesTo(server / "closed.htm", "Closed"));
+  EXPECT_EQ(std::count(server.asked.begin(), server.asked.end(), "/closed.htm"), 1);
 }
 
 TEST_F(RealBrowser, OutlivesTheProcessThatShowsThePage) {

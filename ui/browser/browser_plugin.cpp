@@ -31,7 +31,10 @@ MakeBrowserControl BrowserFromPlugin(const std::string& folder) {
 
 // The component shares what it draws with the toolkit, which must know that from its beginning.
 void PrepareForBrowser(const std::string& folder) {
-  if (QFileInfo::exists(PluginFile(folder))) QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  if (!QFileInfo::exists(PluginFile(folder))) return;
+  QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+  QCoreApplication::setAttribute(
+      Qt::AA_DisableShaderDiskCache);  // nothing is left behind in the user's folder
 }
 
 }  // namespace tessaril

@@ -23,7 +23,9 @@ PrintDialog::PrintDialog(QPrinter& printer, QWidget* window) : QPrintDialog(&pri
   disconnect(buttons, &QDialogButtonBox::accepted, this, nullptr);
   connect(buttons, &QDialogButtonBox::accepted, this, &PrintDialog::Check);
   // On some screens the toolkit proposes a folder only.
-  if (file->text().endsWith('/')) file->setText(file->text() + printer.docName() + ".pdf");
+  constexpr qsizetype kLongest = 60;  // characters
+  QString name = printer.docName().left(kLongest);
+  if (file->text().endsWith('/')) file->setText(file->text() + name.replace('/', '_') + ".pdf");
 }
 
 // With a print system that can choose pages itself the toolkit offers that each time the dialog is shown.

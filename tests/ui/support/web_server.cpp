@@ -22,12 +22,12 @@ void WebServer::Serve() {
     asked.push_back(path);
     if (path == "/never") return;
     const auto found = answers.find(path);
-    const Answer answer = found != answers.end() ? found->second : Answer();
-    const std::string text = "HTTP/1.1 " + std::string(found != answers.end() ? "200 Yes" : "404 No") +
-                             "\r\nConnection: close\r\nContent-Type: " + answer.type +
-                             "\r\nContent-Length: " + std::to_string(answer.page.size()) + "\r\n\r\n" +
-                             answer.page;
-    socket->write(text.data(), static_cast<qint64>(text.size()));
+    const Answer answer = found != answers.end() ? found->second : Answer{.page = "", .status = "404 No"};
+    const std::string text =
+        "HTTP/1.1 " + answer.status + "\r\nConnection: close\r\nContent-Type: " + answer.type +
+        "\r\nContent-Length: " + std::to_string(answer.page.size()) + "\r\n\r\n" + answer.page;
+    socket->write(text.data(), static_cast<qint64>(text.size() - answer.left_out));
+    if (answer.left_out > 0) return;
     socket->disconnectFromHost();
   });
 }

@@ -20,6 +20,8 @@ class WebServer : public QTcpServer {
   struct Answer {
     std::string page;
     std::string type = "text/html";
+    std::string status = "200 Yes";  // further lines of the head may follow
+    std::size_t left_out = 0;        // bytes at the end that never come
   };
   std::map<std::string, Answer> answers;
   std::vector<std::string> asked;  // paths
