@@ -145,6 +145,8 @@ TEST_F(RealBrowser, ShowsPagesPicturesAndDocuments) {
   EXPECT_TRUE(GoesTo(server / "far.htm", "Far"));
   EXPECT_TRUE(GoesTo(server / "bare.htm", server / "bare.htm"));
   EXPECT_TRUE(GoesTo("bare page.htm", FileAddressOf("bare%20page.htm")));
+  EXPECT_TRUE(GoesTo(FileAddressOf("bare%20page.htm#x"), FileAddressOf("bare%20page.htm#x")));
+  EXPECT_TRUE(GoesTo("first.htm", "First"));
   EXPECT_TRUE(GoesTo(FileAddressOf("%E6.htm"), "8-bit name"));
   Go("paper.gif");
   EXPECT_TRUE(Soon([&] { return driver->Find("frmBrowser")->windowTitle().startsWith("paper.gif ("); }));

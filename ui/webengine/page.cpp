@@ -38,7 +38,8 @@ Page::Page(QWebEngineProfile* profile) : QWebEnginePage(profile) {
   // Pages of servers have no way to local files, and get none here.
   connect(this, &QWebEnginePage::newWindowRequested, this, [this](QWebEngineNewWindowRequest& request) {
     const QUrl address = request.requestedUrl();
-    if (address.scheme().startsWith("http") || url().isLocalFile()) load(address);
+    const bool is_source = address.scheme() == "view-source" && !address.path().startsWith("file");
+    if (address.scheme().startsWith("http") || is_source || url().isLocalFile()) load(address);
   });
 }
 
@@ -46,9 +47,10 @@ Page::Page(QWebEngineProfile* profile) : QWebEnginePage(profile) {
 QString Page::Name() const {
   const QString address = url().toString(QUrl::FullyEncoded);
   const QString name = title();
-  const bool is_made_up = name.isEmpty() || name == url().fileName() ||
-                          name == url().fileName(QUrl::FullyEncoded) || address.endsWith("//" + name) ||
-                          address.endsWith("//" + name + "/");
+  const auto plain = [](const QString& text) { return QByteArray::fromPercentEncoding(text.toUtf8()); };
+  const QByteArray end = "/" + plain(name);
+  const bool is_made_up =
+      name.isEmpty() || plain(address).endsWith(end) || plain(address).endsWith("/" + end + "/");
   return is_made_up ? address : name;
 }
 
