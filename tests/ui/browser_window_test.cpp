@@ -75,6 +75,12 @@ TEST_F(Browser, ShowsTheMarkedFileAndLeadsBack) {
   browser.Complete("A page", Address("a%20b%25.htm"));
   EXPECT_EQ(List(), (Words{path, Address("a%20b%25.htm").toStdString()}));
 
+  FrameWindow& frame = driver->start_up->Frame();
+  frame.showMinimized();
+  frame.showNormal();
+  QTest::qWait(1);
+  EXPECT_EQ(FrameCaption(), "Tessaril - [A page]");
+
   driver->Press("Reset");
   EXPECT_EQ(FrameCaption(), "Tessaril");
   EXPECT_FALSE(driver->IsShown("frmBrowser"));

@@ -249,6 +249,13 @@ void FrameWindow::closeEvent(QCloseEvent* event) {
   Leave();
 }
 
+// The toolkit puts an older caption back when the window is minimized.
+void FrameWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() != QEvent::WindowStateChange) return;
+  QMetaObject::invokeMethod(this, &FrameWindow::ShowCaption, Qt::QueuedConnection);
+}
+
 // An access key that a button of the shown window has goes to that button, not to the menu of the same key.
 bool FrameWindow::eventFilter(QObject* object, QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride) {

@@ -43,6 +43,7 @@ class FrameWindow : public QMainWindow, private Program {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
