@@ -11,6 +11,7 @@
 #include "engine/page_text.h"
 #include "engine/paths.h"
 #include "engine/phrase_match.h"
+#include "engine/phrase_search.h"
 #include "engine/report_pieces.h"
 
 namespace tessaril {
@@ -48,7 +49,6 @@ class PageSearch {
   bool replacing() const { return run_.options.function == Function::kReplace; }
   void UseLetterCase();
   std::optional<Occurrence> FindNext();
-  Occurrence OccurrenceAt(std::size_t place, const PhraseMatch& match);
   void ReplaceUnasked(const Finding& found);
   bool PutToUser(const Occurrence& found);  // false when the user stops
   Proposal MakeProposal(const Occurrence& found);
@@ -56,12 +56,9 @@ class PageSearch {
   const std::string& path_;
   PageText& page_;
   RunContext& run_;
-  std::string S_;  // both texts in the page's own bytes
+  std::optional<PhraseSearch> sought_;  // this text and the next in the page's own bytes
   std::string R_;
-  bool multi_word_ = false;
-  bool may_hold_break_ = false;  // the text sought itself has what could be a line end or "&nbsp;"
-  std::optional<ByteSearch> key_;
-  bool key_case_ = false;              // what ULcase said when the key was made
+  bool key_case_ = false;              // what ULcase said last
   bool resume_behind_insert_ = false;  // an unasked replacement would be found again inside itself
   std::size_t next_ = 0;               // where the search goes on, from 0
   std::string file_name_;              // as the user sees it; made when it is needed first
@@ -76,12 +73,10 @@ bool PageSearch::Prepare(const std::string& S, const std::string& R) {
   const auto encoding_for = [this](const std::string& text) {
     return IsAscii(text) ? PageEncoding::kEightBit : page_.Encoding();
   };
-  std::optional<std::string> sought = SoughtBytes(S, encoding_for(S));
+  const std::optional<std::string> sought = SoughtBytes(S, encoding_for(S));
   if (!sought) return false;
-  S_ = std::move(*sought);
+  sought_.emplace(*sought, LetterCase::kFolded);
   R_ = WrittenBytes(R, encoding_for(R));
-  multi_word_ = S_.find(' ') != std::string::npos;
-  may_hold_break_ = S_.find_first_of("\r\n&") != std::string::npos;
   UseLetterCase();
   return true;
 }
@@ -89,14 +84,9 @@ bool PageSearch::Prepare(const std::string& S, const std::string& R) {
 void PageSearch::UseLetterCase() {
   key_case_ = run_.options.ULcase;
   const LetterCase letter_case = key_case_ ? LetterCase::kExact : LetterCase::kFolded;
-  const std::string_view key = PhraseKey(S_);
+  const std::string_view key = PhraseKey(sought_->text());
   resume_behind_insert_ = replacing() && ByteSearch(key, letter_case).Find(R_, 1) != ByteSearch::kNone;
-  const bool exactly = multi_word_ && KeyIsComparedExactly(S_);
-  if (exactly && key.size() + 1 < S_.size()) {
-    key_ = ByteSearch::ForFirstWord(key, S_[key.size() + 1]);
-  } else {
-    key_.emplace(key, exactly ? LetterCase::kExact : letter_case);
-  }
+  sought_->UseLetterCase(letter_case);
 }
 
 void PageSearch::Run() {
@@ -119,28 +109,10 @@ void PageSearch::Run() {
 }
 
 std::optional<Occurrence> PageSearch::FindNext() {
-  if (next_ > page_.size()) return std::nullopt;
   if (key_case_ != run_.options.ULcase) UseLetterCase();
-  const std::string_view text = page_.Tail(next_);
-  for (std::size_t at = 0;; ++at) {
-    at = key_->Find(text, at);
-    if (at == ByteSearch::kNone) return std::nullopt;
-    if (!multi_word_) return OccurrenceAt(next_ + at, {S_.size(), 0});
-    const PlainComparison comparison = ComparePlain(S_, text.substr(at));
-    if (comparison == PlainComparison::kDifferent) continue;
-    const std::size_t place = next_ + at;
-    if (comparison == PlainComparison::kEqual && !may_hold_break_) return OccurrenceAt(place, {S_.size(), 0});
-    const std::size_t window_end =
-        page_.CharacterAtOrAfter(std::min(place + S_.size() + kRoomForBreaks, page_.size()));
-    const std::string_view window = text.substr(at, window_end - place);
-    if (const std::optional<PhraseMatch> match = MatchPhrase(S_, window, page_.LineEnd())) {
-      return OccurrenceAt(place, *match);
-    }
-  }
-}
-
-Occurrence PageSearch::OccurrenceAt(std::size_t place, const PhraseMatch& match) {
-  return {FindingAt(page_, place, match.length), match.first_break};
+  const auto found = sought_->FindNext(page_, next_);
+  if (!found) return std::nullopt;
+  return Occurrence{FindingAt(page_, found->place, found->match.length), found->match.first_break};
 }
 
 void PageSearch::ReplaceUnasked(const Finding& found) {
@@ -167,7 +139,7 @@ Proposal PageSearch::MakeProposal(const Occurrence& found) {
   if (!replacing()) return ShowFinding(file_name_, page_, found.finding);
   const std::string shown = WithBreak(R_, found.first_break, page_.LineEnd());
   Proposal proposal = ProposeText(file_name_, page_, found.finding, shown);
-  const std::size_t extra = found.finding.length - S_.size();
+  const std::size_t extra = found.finding.length - sought_->text().size();
   proposal.ReplaceSelection.length = R_.size() + extra;
   return proposal;
 }
