@@ -8,6 +8,7 @@ ChildArea::ChildArea() {
 
 void ChildArea::Add(QWidget* child) {
   addSubWindow(child, Qt::SubWindow | Qt::FramelessWindowHint)->hide();
+  connect(child, &QWidget::windowTitleChanged, this, &ChildArea::Switched);
 }
 
 void ChildArea::ShowMaximized(QWidget& child) {

@@ -25,7 +25,7 @@ class ChildArea : public QMdiArea {
   QWidget* Shown() const;
 
  signals:
-  /// Another window is shown now.
+  /// Another window is shown now, or the shown one has another title.
   void Switched();
 
  private:

@@ -66,6 +66,7 @@ FrameWindow::~FrameWindow() {
 void FrameWindow::Open(const Settings& settings) {
   main_ = new MainWindow(session_, *this);
   area_.Add(main_);
+  viewers_ = std::make_unique<Viewers>(session_, *main_, area_, page_.path(), make_browser_);
   connect(main_, &MainWindow::RunEnded, this, [this] {
     if (leaving_) Finish();
   });
@@ -130,47 +131,11 @@ void FrameWindow::SetFirstViewer(Viewer viewer) {
                                                   : kStartsInEditor);
 }
 
-bool FrameWindow::ShowInBrowser(const std::string& path) {
-  std::string started;
-  if (!LoadBrowser(started)) return false;
-  if (path != started) browser_->Show(path);
-  area_.ShowMaximized(*browser_);
-  browser_->FocusPage();
-  return true;
-}
-
-// The window is made, shown and given its first page, which is in `started` then, when it is first needed,
-// whatever page is wanted.
-bool FrameWindow::LoadBrowser(std::string& started) {
-  if (browser_ != nullptr) return true;
-  if (browser_is_missing_) return false;
-  std::string reason;
-  std::unique_ptr<BrowserWindow> browser = BrowserWindow::Create(session_, make_browser_, reason);
-  if (browser == nullptr) {
-    std::cerr << "tessaril: no browser: " << reason << "\n";
-    return false;
-  }
-  browser_ = browser.release();
-  area_.Add(browser_);
-  connect(browser_, &BrowserWindow::ToMain, main_, &MainWindow::ReturnFromViewer);
-  connect(browser_, &QWidget::windowTitleChanged, this, &FrameWindow::ShowCaption);
-  area_.ShowMaximized(*browser_);
-  started = StartAddress();
-  if (!started.empty()) browser_->Start(started);
-  return true;
-}
-
-// What the browser window shows first: nothing, when there is no such file.
-std::string FrameWindow::StartAddress() const {
-  const std::string path = main_->IsToShowFile() ? main_->FileToShow() : page_.path();
-  FileStamp stamp;
-  return session_.files.Examine(path, stamp).ok() ? path : std::string();
-}
-
+// The browser's is the page's title, the others have none.
 void FrameWindow::ShowCaption() {
-  const bool has_title =
-      browser_ != nullptr && area_.Shown() == browser_ && !browser_->windowTitle().isEmpty();
-  setWindowTitle(has_title ? "Tessaril - [" + browser_->windowTitle() + "]" : "Tessaril");
+  const QWidget* const shown = area_.Shown();
+  const QString title = shown == nullptr ? QString() : shown->windowTitle();
+  setWindowTitle(title.isEmpty() ? "Tessaril" : "Tessaril - [" + title + "]");
 }
 
 void FrameWindow::NoteMissingBrowser() {

@@ -7,8 +7,8 @@
 
 #include "settings/settings_file.h"
 #include "settings/temporary_page.h"
-#include "ui/browser/browser_window.h"
 #include "ui/frame/child_area.h"
+#include "ui/frame/viewers.h"
 #include "ui/main/main_window.h"
 #include "ui/main/program.h"
 #include "ui/shared/session.h"
@@ -50,7 +50,7 @@ class FrameWindow : public QMainWindow, private Program {
   void SaveSettings() override;
   Viewer FirstViewer() const override;
   void SetFirstViewer(Viewer viewer) override;
-  bool ShowInBrowser(const std::string& path) override;
+  bool ShowInBrowser(const std::string& path) override { return viewers_->ShowInBrowser(path); }
   void NoteMissingBrowser() override;
   void ShowInEditor(const std::string& path) override;
   Status WriteTemporaryPage(std::string_view page, std::string& path) override;
@@ -62,8 +62,6 @@ class FrameWindow : public QMainWindow, private Program {
   void MakeMenus();
   QAction* AddItem(QMenu& menu, const char* name, const char* caption);
   void ChooseViewer(Viewer viewer);
-  bool LoadBrowser(std::string& started);
-  std::string StartAddress() const;
   void ShowCaption();
   void Exit();
   void Finish();
@@ -77,7 +75,7 @@ class FrameWindow : public QMainWindow, private Program {
   const MakeBrowserControl make_browser_;
   ChildArea area_;
   MainWindow* main_ = nullptr;
-  BrowserWindow* browser_ = nullptr;  // until it is first needed
+  std::unique_ptr<Viewers> viewers_;
   QAction* menu0Monospaced = nullptr;
   QAction* menuStartInBrowser = nullptr;
   QAction* menuStartInEditor = nullptr;
