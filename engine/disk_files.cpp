@@ -223,6 +223,21 @@ Status DiskFiles::OpenLinked(const std::string& path, FileHandle& file, FileStam
   return OpenRegular(place.folder.descriptor, place.path, file, stamp);
 }
 
+Status DiskFiles::ReadStart(const std::string& path, std::size_t most, ByteBuffer& bytes, FileStamp& stamp) {
+  bytes.SetSize(0);
+  FileHandle file;
+  if (Status status = OpenLinked(path, file, stamp); !status.ok()) return status;
+  bytes.Reserve(most);
+  while (bytes.size() < most) {
+    const ssize_t got = read(file.get(), bytes.data() + bytes.size(), most - bytes.size());
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return Status::System(errno);
+    if (got == 0) break;
+    bytes.SetSize(bytes.size() + static_cast<std::size_t>(got));
+  }
+  return {};
+}
+
 Status DiskFiles::Examine(const std::string& path, FileStamp& stamp) {
   FileHandle file;
   return OpenLinked(path, file, stamp);

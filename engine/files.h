@@ -58,6 +58,10 @@ class Files {
   /// Reads a file whole into `bytes`, whose former content is dropped.
   virtual Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) = 0;
 
+  /// The same for the first `most` bytes of a file of any size; fewer are the whole file.
+  virtual Status ReadStart(const std::string& path, std::size_t most, ByteBuffer& bytes,
+                           FileStamp& stamp) = 0;
+
   /// Whether a file can be opened for reading. `path` may be anything that a page names: an empty one is no
   /// file, and what is no regular file is not opened at all.
   virtual Status Examine(const std::string& path, FileStamp& stamp) = 0;

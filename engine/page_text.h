@@ -20,6 +20,10 @@ class PageText {
   /// `buffer` holds the page as read and must outlive this object.
   explicit PageText(ByteBuffer& buffer) : text_(buffer) {}
 
+  /// A page of which it is known already what its bytes mean and how its lines end.
+  PageText(ByteBuffer& buffer, PageEncoding encoding, std::string_view line_end)
+      : text_(buffer), encoding_(encoding), line_end_(line_end) {}
+
   std::size_t size() const { return text_.size(); }
   std::string_view Tail(std::size_t pos) { return text_.Tail(pos); }
   void AppendSlice(std::size_t begin, std::size_t end, std::string& out) const {

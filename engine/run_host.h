@@ -14,6 +14,7 @@ namespace tessaril {
 struct Selection {
   std::size_t start = 0;
   std::size_t length = 0;
+  bool operator==(const Selection&) const = default;
 };
 
 /// One finding as the confirmation dialog shows it. All texts are bytes of the page, but for `FileName`.

@@ -52,6 +52,13 @@ Status MemoryFiles::Examine(const std::string& path, FileStamp& stamp) {
   return Status::System(folder ? EISDIR : ENOENT);
 }
 
+Status MemoryFiles::ReadStart(const std::string& path, std::size_t most, ByteBuffer& bytes,
+                              FileStamp& stamp) {
+  Status status = Read(path, bytes, stamp);
+  bytes.SetSize(std::min(bytes.size(), most));
+  return status;
+}
+
 Status MemoryFiles::ReadPieces(const std::string& path, FileStamp& stamp, ByteBuffer& memory,
                                const UsePiece& use) {
   if (Status status = Examine(path, stamp); !status.ok()) return status;

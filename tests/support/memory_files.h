@@ -26,6 +26,7 @@ class MemoryFiles : public Files {
   Status EnterFolder(const std::string& folder) override;
   const std::string& CurrentFolder() const override { return current_; }
   Status Read(const std::string& path, ByteBuffer& bytes, FileStamp& stamp) override;
+  Status ReadStart(const std::string& path, std::size_t most, ByteBuffer& bytes, FileStamp& stamp) override;
   Status Examine(const std::string& path, FileStamp& stamp) override;
   Status ReadPieces(const std::string& path, FileStamp& stamp, ByteBuffer& memory,
                     const UsePiece& use) override;
