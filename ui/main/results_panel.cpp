@@ -39,9 +39,7 @@ void ResultsPanel::FitInto(QSize frame) {
 }
 
 void ResultsPanel::UseMonospacedFont(bool monospaced) {
-  QFont font = monospaced ? FixedFont() : SansSerifFont();
-  font.setPointSizeF(UdTxt->font().pointSizeF());
-  UdTxt->setFont(font);
+  UdTxt->setFont(FontOfText(monospaced, UdTxt->font()));
 }
 
 }  // namespace tessaril

@@ -22,6 +22,12 @@ QFont SansSerifFont() {
   return font;
 }
 
+QFont FontOfText(bool monospaced, const QFont& now) {
+  QFont font = monospaced ? FixedFont() : SansSerifFont();
+  font.setPointSizeF(now.pointSizeF());
+  return font;
+}
+
 QFont FittedFont(QFont font, const QString& text, int width) {
   constexpr int kSmallest = 6;  // pixels
   int size = QFontInfo(font).pixelSize();
