@@ -1,5 +1,6 @@
 #include "ui/browser/browser_window.h"
 
+#include <QCloseEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -46,9 +47,9 @@ BrowserWindow::BrowserWindow(const Session& session)
   setObjectName("frmBrowser");
   timTimer->setObjectName("timTimer");
   timTimer->setInterval(kTick);
-  Command1->setEnabled(false);  // there is no editor yet
   connect(timTimer, &QTimer::timeout, this, &BrowserWindow::LookWhetherBusy);
   connect(Reset, &QPushButton::clicked, this, &BrowserWindow::ToMain);
+  connect(Command1, &QPushButton::clicked, this, &BrowserWindow::PressEdit);
   connect(PrintWB, &QPushButton::clicked, this, &BrowserWindow::Print);
   connect(tbToolBar, &ToolBar::Pressed, this, &BrowserWindow::Use);
   connect(picAddress, &AddressBar::Wanted, this, &BrowserWindow::GoToTyped);
@@ -86,7 +87,26 @@ void BrowserWindow::MakeKeys() {
   add(Qt::CTRL | Qt::Key_L, [this] { picAddress->BeginTyping(); });
 }
 
+void BrowserWindow::PressEdit() {
+  if (Command1->property(kTag) == "0") {
+    return Tell(this, "Cancel dial-up window(s) to complete the \"download\"!");
+  }
+  emit EditHtml();
+}
+
+void BrowserWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (Reset->isEnabled()) emit ToMain();
+}
+
+// Its name need not be the text that the box shows.
+std::string BrowserWindow::ShownFile() const {
+  const QString address = picAddress->Text();
+  return address == Shown(path_) ? path_ : FileOfAddress(address, session_.files.CurrentFolder());
+}
+
 void BrowserWindow::Start(const std::string& path) {
+  path_ = path;
   picAddress->Show(Shown(path));
   picAddress->Remember(Shown(path));
   timTimer->start();
@@ -94,6 +114,7 @@ void BrowserWindow::Start(const std::string& path) {
 }
 
 void BrowserWindow::Show(const std::string& path) {
+  path_ = path;
   picAddress->Show(Shown(path));
   control_->Navigate(FileAddress(path));
 }

@@ -32,6 +32,13 @@ class BrowserWindow : public QWidget, private BrowserEvents {
   /// Shows a file. Its name need not be any text.
   void Show(const std::string& path);
 
+  /// Whether "To Main" can be pressed.
+  void OfferMain(bool offered) { Reset->setEnabled(offered); }
+
+  /// The path of the file that the address box names; one at which there is none when it names something
+  /// else.
+  std::string ShownFile() const;
+
   /// Gives the page the focus.
   void FocusPage();
 
@@ -39,8 +46,12 @@ class BrowserWindow : public QWidget, private BrowserEvents {
   /// The user wants to go back to the main window.
   void ToMain();
 
+  /// The user wants to edit the file that is shown.
+  void EditHtml();
+
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
 
  private:
   explicit BrowserWindow(const Session& session);
@@ -55,6 +66,7 @@ class BrowserWindow : public QWidget, private BrowserEvents {
 
   void Take(std::unique_ptr<BrowserControl> control);
   void MakeKeys();
+  void PressEdit();
   void Use(Tool tool);
   void Stop();
   void LookWhetherBusy();
@@ -73,6 +85,7 @@ class BrowserWindow : public QWidget, private BrowserEvents {
   StatusBar* StatusBar1;
   QTimer* timTimer;
   std::unique_ptr<BrowserControl> control_;
+  std::string path_;    // of the file that was shown last
   float progress_ = 0;  // the last of the page that is being loaded
 };
 

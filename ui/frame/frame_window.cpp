@@ -13,6 +13,7 @@
 
 #include "ui/printing/print_text.h"
 #include "ui/printing/printer_font.h"
+#include "ui/shared/controls.h"
 #include "ui/shared/message_boxes.h"
 #include "ui/shared/place.h"
 #include "ui/shared/texts.h"
@@ -49,6 +50,7 @@ FrameWindow::FrameWindow(Session& session, const SettingsFile& settings_file, Te
   ShowCaption();
   setCentralWidget(&area_);
   connect(&area_, &ChildArea::Switched, this, &FrameWindow::ShowCaption);
+  connect(&area_, &ChildArea::Switched, this, &FrameWindow::ShowMenus);
   MakeMenus();
   setMinimumSize(PixelSize(kLeastSize));
   const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
@@ -66,7 +68,11 @@ FrameWindow::~FrameWindow() {
 void FrameWindow::Open(const Settings& settings) {
   main_ = new MainWindow(session_, *this);
   area_.Add(main_);
-  viewers_ = std::make_unique<Viewers>(session_, *main_, area_, page_.path(), make_browser_);
+  Program& program = *this;
+  viewers_ = std::make_unique<Viewers>(session_, program, *main_, area_, page_.path(), make_browser_);
+  connect(viewers_.get(), &Viewers::EditorMade, this, &FrameWindow::AddMenusOf);
+  connect(viewers_.get(), &Viewers::PrinterFontWanted, this, &FrameWindow::ChooseFont);
+  connect(viewers_.get(), &Viewers::ExitWanted, this, &FrameWindow::Exit);
   connect(main_, &MainWindow::RunEnded, this, [this] {
     if (leaving_) Finish();
   });
@@ -77,18 +83,11 @@ void FrameWindow::Open(const Settings& settings) {
   if (settings.UCfilename) main_->SetUpperCasePermitted(true);
 }
 
-QAction* FrameWindow::AddItem(QMenu& menu, const char* name, const char* caption) {
-  QAction* const item = menu.addAction(caption);
-  item->setObjectName(name);
-  return item;
-}
-
 void FrameWindow::MakeMenus() {
   QMenu* const menuMisc = menuBar()->addMenu("&Misc.");
   menuMisc->setObjectName("menuMisc");
-  connect(AddItem(*menuMisc, "menu0PrinterFont", "&Printer Font"), &QAction::triggered, this, [this] {
-    if (ChoosePrinterFont(this, session_)) SaveSettings();
-  });
+  connect(AddItem(*menuMisc, "menu0PrinterFont", "&Printer Font"), &QAction::triggered, this,
+          &FrameWindow::ChooseFont);
   menu0Monospaced = AddItem(*menuMisc, "menu0Monospaced", "&Monospaced Results Font");
   menu0Monospaced->setCheckable(true);
   connect(menu0Monospaced, &QAction::toggled, this, [this](bool on) { main_->UseMonospacedFont(on); });
@@ -109,8 +108,30 @@ void FrameWindow::MakeMenus() {
   menuHelp->setShortcut(Qt::Key_F1);
   menuHelp->setEnabled(false);
   AddItem(*menu0Help, "menu1About", "&About")->setEnabled(false);
+  menus_ = {menuMisc, menu0Help};
   connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
-          [this, menuMisc] { menuBar()->setActiveAction(menuMisc->menuAction()); });
+          [this] { menuBar()->setActiveAction(ShownMenus().first()->menuAction()); });
+}
+
+void FrameWindow::ChooseFont() {
+  if (ChoosePrinterFont(this, session_)) SaveSettings();
+}
+
+void FrameWindow::AddMenusOf(const QWidget* child, const QList<QMenu*>& menus) {
+  for (QMenu* const menu : menus) menuBar()->addMenu(menu);
+  child_menus_[child] = menus;
+  ShowMenus();
+}
+
+const QList<QMenu*>& FrameWindow::ShownMenus() const {
+  const auto of_child = child_menus_.find(area_.Shown());
+  return of_child == child_menus_.end() ? menus_ : of_child->second;
+}
+
+// What is hidden has no shortcuts either.
+void FrameWindow::ShowMenus() {
+  const QList<QMenu*>& shown = ShownMenus();
+  for (QAction* const menu : menuBar()->actions()) menu->setVisible(shown.contains(menu->menu()));
 }
 
 void FrameWindow::ChooseViewer(Viewer viewer) {
@@ -144,8 +165,6 @@ void FrameWindow::NoteMissingBrowser() {
   menuStartInBrowser->setEnabled(false);
   SaveSettings();
 }
-
-void FrameWindow::ShowInEditor(const std::string&) {}  // there is no editor yet
 
 void FrameWindow::SaveSettings() {
   Settings settings;
@@ -206,6 +225,7 @@ void FrameWindow::Finish() {
   finished_ = true;
   SaveSettings();
   page_.Delete();
+  viewers_->CleanUp();
   QCoreApplication::exit(0);
 }
 

@@ -2,7 +2,10 @@
 #define TESSARIL_UI_FRAME_FRAME_WINDOW_H_
 
 #include <QAction>
+#include <QList>
 #include <QMainWindow>
+#include <QMenu>
+#include <map>
 #include <memory>
 
 #include "settings/settings_file.h"
@@ -52,7 +55,8 @@ class FrameWindow : public QMainWindow, private Program {
   void SetFirstViewer(Viewer viewer) override;
   bool ShowInBrowser(const std::string& path) override { return viewers_->ShowInBrowser(path); }
   void NoteMissingBrowser() override;
-  void ShowInEditor(const std::string& path) override;
+  void ShowInEditor(const std::string& path) override { viewers_->ShowInEditor(path); }
+  void ReturnToEditor() override { viewers_->ReturnToEditor(); }
   Status WriteTemporaryPage(std::string_view page, std::string& path) override;
   void Print(const std::string& text, const std::string& title) override;
   QSize FrameSize() const override { return size(); }
@@ -60,8 +64,11 @@ class FrameWindow : public QMainWindow, private Program {
   void ShowMainNormal(QSize size) override;
 
   void MakeMenus();
-  QAction* AddItem(QMenu& menu, const char* name, const char* caption);
   void ChooseViewer(Viewer viewer);
+  void AddMenusOf(const QWidget* child, const QList<QMenu*>& menus);
+  const QList<QMenu*>& ShownMenus() const;
+  void ShowMenus();
+  void ChooseFont();
   void ShowCaption();
   void Exit();
   void Finish();
@@ -76,6 +83,8 @@ class FrameWindow : public QMainWindow, private Program {
   ChildArea area_;
   MainWindow* main_ = nullptr;
   std::unique_ptr<Viewers> viewers_;
+  QList<QMenu*> menus_;                                  // of its own
+  std::map<const QWidget*, QList<QMenu*>> child_menus_;  // of windows inside that have some
   QAction* menu0Monospaced = nullptr;
   QAction* menuStartInBrowser = nullptr;
   QAction* menuStartInEditor = nullptr;

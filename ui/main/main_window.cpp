@@ -160,6 +160,7 @@ void MainWindow::PlaceBtn() {
 
 void MainWindow::PressExit() {
   if (cmdExit->text() == "&Cancel") return host_.Cancel();
+  if (cmdExit->text() == "&Return") return program_.ReturnToEditor();
   if (AskOkCancel(this, "Leave Tessaril?")) program_.Leave();
 }
 
@@ -285,6 +286,16 @@ void MainWindow::ShowResultsPanel() {
   Picture1.hide();
   Picture2.show();
   PlaceBtn();
+}
+
+bool MainWindow::HasResultLines() const {
+  return Picture2.UdTxt->Bytes().find("\r\n") != std::string::npos;
+}
+
+void MainWindow::ShowResultsForEditor() {
+  SetRole(*cmdExit, "&Return", "Return to the Editor");
+  cmdSearch->hide();
+  ShowResultsPanel();
 }
 
 void MainWindow::ShowToMainButton() {

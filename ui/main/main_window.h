@@ -47,6 +47,20 @@ class MainWindow : public QWidget, private RunStage {
   bool IsToShowFile() const { return IsChosen(Function::kShowFile); }
   std::string FileToShow() const;
 
+  /// Whether the page of external links is what the browser shows, by the function that is selected.
+  bool IsToListLinks() const { return IsChosen(Function::kExternal); }
+
+  /// Whether "Last Results" is offered; and whether the results box holds a line end.
+  bool OffersResults() const { return !Picture1.cmdSeeResults->isHidden(); }
+  bool HasResultLines() const;
+
+  /// What the editor wants of the window: its buttons to be shown, the results with a way back to the editor,
+  /// the files to be read again from the disk.
+  void ShowPrintButton() { cmdUdskriv->show(); }
+  void ShowSearch() { cmdSearch->show(); }
+  void ShowResultsForEditor();
+  void RefreshFiles() { Picture1.filList->Refresh(); }
+
   /// Whether a run is on. Then the program may be left only when RunEnded has been emitted.
   bool IsRunning() const { return running_; }
 

@@ -32,7 +32,11 @@ class Program {
   /// From now on only the editor shows files; writes the settings.
   virtual void NoteMissingBrowser() = 0;
 
+  /// Shows a file in the editor window; tells when it cannot be read.
   virtual void ShowInEditor(const std::string& path) = 0;
+
+  /// Shows the editor window again, after it was left for the results.
+  virtual void ReturnToEditor() = 0;
 
   /// Writes the page of external links where it is kept until the program ends, and gives its path.
   virtual Status WriteTemporaryPage(std::string_view page, std::string& path) = 0;

@@ -111,6 +111,10 @@ Selection ByteTextBox::Selected() const {
           BytesBetween(*document(), start, cursor.selectionEnd(), typing_).size()};
 }
 
+std::string ByteTextBox::BytesBeforeCaret() const {
+  return BytesBetween(*document(), 0, textCursor().position(), typing_);
+}
+
 void ByteTextBox::Insert(const std::vector<MarkedText>& texts, QTextCursor& cursor) {
   for (const MarkedText& piece : texts) cursor.insertText(piece.text, FormatWith(piece.mark));
   is_text_foreign_ = false;

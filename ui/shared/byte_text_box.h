@@ -45,6 +45,9 @@ class ByteTextBox : public QPlainTextEdit {
   void Select(const Selection& selection);
   Selection Selected() const;
 
+  /// What lies in front of the caret.
+  std::string BytesBeforeCaret() const;
+
  protected:
   bool event(QEvent* event) override;
   void changeEvent(QEvent* event) override;

@@ -53,6 +53,12 @@ void SetRole(QPushButton& button, const char* caption, const char* tooltip) {
   button.setToolTip(tooltip);
 }
 
+QAction* AddItem(QMenu& menu, const char* name, const char* caption) {
+  QAction* const item = menu.addAction(caption);
+  item->setObjectName(name);
+  return item;
+}
+
 void Tie(QLabel& label, QWidget& control) {
   label.setBuddy(&control);
   QString name = label.text();

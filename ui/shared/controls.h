@@ -1,8 +1,10 @@
 #ifndef TESSARIL_UI_SHARED_CONTROLS_H_
 #define TESSARIL_UI_SHARED_CONTROLS_H_
 
+#include <QAction>
 #include <QCheckBox>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 
 #include "ui/shared/place.h"
@@ -26,6 +28,8 @@ QPushButton* MakeButton(QWidget* parent, const char* name, const Place& place, c
 
 /// Gives a button another role.
 void SetRole(QPushButton& button, const char* caption, const char* tooltip);
+
+QAction* AddItem(QMenu& menu, const char* name, const char* caption);
 
 /// Says that `label` names `control`.
 void Tie(QLabel& label, QWidget& control);

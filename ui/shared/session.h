@@ -14,9 +14,11 @@ struct Session {
   Entities entities;
   std::string ProgramFolder;  // no separator at its end
   std::string LastDir;  // the last folder used; with a separator at its end as long as it is from the file
-  std::string PrinterFontName;  // UTF-8
-  float PrinterFontSize = 10;   // points
-  std::string CurrentFile;      // shown in the editor or browser
+  std::string PrinterFontName;     // UTF-8
+  float PrinterFontSize = 10;      // points
+  std::string CurrentFile;         // shown in the editor or browser
+  std::string SavedCurrentFile;    // the one kept while the browser shows the editor's unsaved text
+  bool EditorTextChanged = false;  // the editor's text is not what was loaded or saved last
 };
 
 }  // namespace tessaril
