@@ -1,6 +1,7 @@
 #include "engine/phrase_match.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -60,8 +61,8 @@ class Candidate {
       : phrase_(phrase),
         bytes_(bytes),
         ends_(bytes.size()),
-        doubled_(bytes.find("  ") != std::string_view::npos) {
-    for (std::size_t i = 0; i < ends_.size(); ++i) ends_[i] = i + 1;
+        doubled_end_(bytes.find("  ") != std::string_view::npos ? bytes.size() : 0) {
+    for (std::size_t i = 0; i < ends_.size(); ++i) ends_[i] = static_cast<std::uint32_t>(i + 1);
   }
 
   PlainComparison Compare() {
@@ -75,19 +76,32 @@ class Candidate {
   // Where the phrase ends in the page, after Compare found it equal.
   std::size_t EndInPage() const { return ends_[front_ + phrase_.size() - 1]; }
 
-  // The position of `text` at or after `from`; 0 when it is not there.
-  std::size_t Find(std::string_view text, std::size_t from) const {
-    const std::size_t at = Rest().find(text, std::max(from, dropped_ + 1) - dropped_ - 1);
-    return at == std::string_view::npos ? 0 : dropped_ + at + 1;
+  struct Break {
+    std::size_t position;  // 0 when there is none
+    std::size_t length;
+  };
+  // The first break at or after `from`.
+  Break FindBreak(std::string_view line_end, bool entity_is_break, std::size_t from) const {
+    const std::string_view rest = Rest();
+    for (std::size_t at = std::max(from, dropped_ + 1) - dropped_ - 1; at < rest.size(); ++at) {
+      const char c = rest[at];
+      if (c != line_end[0] && c != '&') continue;
+      const std::string_view here = rest.substr(at);
+      if (here.starts_with(line_end)) return {dropped_ + at + 1, line_end.size()};
+      if (entity_is_break && here.starts_with(kNbsp)) return {dropped_ + at + 1, kNbsp.size()};
+    }
+    return {0, 0};
   }
 
   // One blank in the place of the `length` bytes at `position`; then, of every two blanks in a row the first
   // is dropped, once from front to back: three blanks leave two.
-  void PutBlank(std::size_t position, std::size_t length) {
-    const std::size_t blank = front_ + (position - dropped_ - 1) + (length - 1);
-    ShiftFront(blank - (length - 1), length - 1);
+  void PutBlank(const Break& where) {
+    const bool is_doubled = doubled_end_ > front_;
+    const std::size_t blank = front_ + (where.position - dropped_ - 1) + (where.length - 1);
+    ShiftFront(blank - (where.length - 1), where.length - 1);
     bytes_[blank] = ' ';
-    if (doubled_) {
+    if (is_doubled) {
+      doubled_end_ = std::max(doubled_end_, blank + (IsBlankAt(blank + 1) ? 2 : 1));
       HalveAll();
     } else {
       HalveRun(blank);
@@ -106,27 +120,31 @@ class Candidate {
     front_ += count;
   }
 
+  bool IsBlankAt(std::size_t at) const { return at < bytes_.size() && bytes_[at] == ' '; }
+
+  // What lies behind the last run keeps its place.
   void HalveAll() {
-    doubled_ = false;
+    const std::size_t end = doubled_end_;
     std::size_t kept = front_;
-    for (std::size_t i = front_; i < bytes_.size(); ++i) {
-      if (bytes_[i] == ' ' && i + 1 < bytes_.size() && bytes_[i + 1] == ' ') ++i;
-      doubled_ = doubled_ || (bytes_[i] == ' ' && kept > front_ && bytes_[kept - 1] == ' ');
+    std::size_t doubled = front_;  // behind the last run that there is still
+    for (std::size_t i = front_; i < end; ++i) {
+      if (bytes_[i] == ' ' && i + 1 < end && bytes_[i + 1] == ' ') ++i;
+      if (bytes_[i] == ' ' && kept > front_ && bytes_[kept - 1] == ' ') doubled = kept + 1;
       bytes_[kept] = bytes_[i];
       ends_[kept] = ends_[i];
       ++kept;
     }
-    bytes_.resize(kept);
-    ends_.resize(kept);
+    doubled_end_ = doubled + (end - kept);
+    ShiftFront(kept, end - kept);
   }
 
   // The blank at `at` and its neighbours, at most one on each side, are the only run there is.
   void HalveRun(std::size_t at) {
     const bool before = at > front_ && bytes_[at - 1] == ' ';
-    const bool behind = at + 1 < bytes_.size() && bytes_[at + 1] == ' ';
+    const bool behind = IsBlankAt(at + 1);
     if (before) {
       ShiftFront(at - 1, 1);
-      doubled_ = behind;
+      doubled_end_ = behind ? at + 2 : 0;
     } else if (behind) {
       ShiftFront(at, 1);
     }
@@ -136,10 +154,10 @@ class Candidate {
 
   std::string_view phrase_;  // what of it is still to be compared
   std::string bytes_;
-  std::vector<std::size_t> ends_;
+  std::vector<std::uint32_t> ends_;
   std::size_t front_ = 0;    // where in bytes_ the candidate begins
   std::size_t dropped_ = 0;  // bytes that were settled and equal
-  bool doubled_;             // whether there may be two blanks in a row
+  std::size_t doubled_end_;  // behind this place there are no two blanks in a row, before it there may be
 };
 
 PhraseMatch Accept(std::string_view covered, std::string_view line_end) {
@@ -171,25 +189,15 @@ std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view
   const bool entity_is_blank = phrase.find(kNbsp) == std::string_view::npos;
   Candidate candidate(phrase, window);
   for (std::size_t p = 0;;) {
-    const std::size_t line_at = candidate.Find(line_end, p + 1);
-    const std::size_t entity_at = entity_is_blank ? candidate.Find(kNbsp, p + 1) : 0;
-    const std::size_t q = LeastPositive(line_at, entity_at, 0);
-    if (q == 0) return std::nullopt;
-    candidate.PutBlank(q, q == line_at ? line_end.size() : kNbsp.size());
-    p = q;
+    const Candidate::Break found = candidate.FindBreak(line_end, entity_is_blank, p + 1);
+    if (found.position == 0) return std::nullopt;
+    candidate.PutBlank(found);
+    p = found.position;
     const PlainComparison comparison = candidate.Compare();
     if (comparison == PlainComparison::kEqual)
       return Accept(window.substr(0, candidate.EndInPage()), line_end);
     if (comparison == PlainComparison::kDifferent) return std::nullopt;
   }
-}
-
-std::size_t LeastPositive(std::size_t a, std::size_t b, std::size_t c) {
-  std::size_t least = 0;
-  for (const std::size_t position : {a, b, c}) {
-    if (position > 0 && (least == 0 || position < least)) least = position;
-  }
-  return least;
 }
 
 }  // namespace tessaril

@@ -38,9 +38,6 @@ inline constexpr std::size_t kRoomForBreaks = 100;
 std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view window,
                                        std::string_view line_end);
 
-/// The least of three positions that is above 0; 0 when none is.
-std::size_t LeastPositive(std::size_t a, std::size_t b, std::size_t c);
-
 }  // namespace tessaril
 
 #endif  // TESSARIL_ENGINE_PHRASE_MATCH_H_

@@ -75,8 +75,6 @@ TEST(PhraseMatch, KnowsItsKey) {
   EXPECT_EQ(PhraseKey("foo bar"), "foo");
   EXPECT_EQ(PhraseKey(" foo bar"), " foo");
   EXPECT_EQ(PhraseKey(" foo"), " foo");
-  EXPECT_EQ(LeastPositive(0, 7, 3), 3U);
-  EXPECT_EQ(LeastPositive(0, 0, 0), 0U);
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ Viewers::Viewers(Session& session, Program& program, MainWindow& main, ChildArea
 bool Viewers::ShowInBrowser(const std::string& path) {
   std::string started;
   if (!LoadBrowser(started)) return false;
-  if (path != started) browser_->Show(path);
+  if (path != started && !path.empty()) browser_->Show(path);
   area_.ShowMaximized(*browser_);
   browser_->FocusPage();
   return true;
@@ -119,15 +119,11 @@ void Viewers::EditorToBrowser() {
   const bool unsaved_was_shown = unsaved_is_shown_;
   const bool writes = session_.EditorTextChanged;
   if (writes && !WriteUnsavedPage()) return;
-  std::string started;
-  if (!LoadBrowser(started)) {
-    if (writes) EndUnsavedPage();
-    ShowUnsaved(unsaved_was_shown);
-    Tell(editor_, "Can't open the browser because Microsoft Internet Explorer 4+ is not installed!");
-    return program_.NoteMissingBrowser();
-  }
-  main_.ShowSearch();
-  (void)ShowInBrowser(session_.CurrentFile);
+  if (ShowInBrowser(session_.CurrentFile)) return main_.ShowSearch();
+  if (writes) EndUnsavedPage();
+  ShowUnsaved(unsaved_was_shown);
+  Tell(editor_, "Can't open the browser because Microsoft Internet Explorer 4+ is not installed!");
+  program_.NoteMissingBrowser();
 }
 
 bool Viewers::WriteUnsavedPage() {
