@@ -185,6 +185,23 @@ void LookAround(const std::function<void(QWidget&)>& look) {
   look(driver.start_up->Frame());
 }
 
+// The same in the editor, with its find dialog.
+void LookIntoEditor(const std::function<void(QWidget&)>& look) {
+  Visitor visitor;
+  Driver& driver = *visitor.driver;
+  driver.start_up->Frame().findChild<QAction*>("menuStartInEditor")->trigger();
+  driver.Choose(3);
+  driver.Press("cmdSearch");
+  driver.Press("cmdSearch");
+  driver.ClickItem("filList", "index.htm", true);
+  driver.on_dialog = [&](QWidget& dialog) {
+    look(dialog);
+    if (dialog.objectName() == "frmFind") dialog.findChild<QLineEdit*>("Text1")->setText("Museum");
+  };
+  driver.start_up->Frame().findChild<QAction*>("menuEditFind")->trigger();
+  look(driver.start_up->Frame());
+}
+
 // The same in the browser window.
 void LookIntoBrowser(const std::function<void(QWidget&)>& look) {
   Visitor visitor(true);
@@ -205,6 +222,7 @@ TEST(Looks, AreGoodWithSmallAndLargeLetters) {
     QApplication::setFont(font);
     LookAround(ExpectGoodLooks);
     LookIntoBrowser(ExpectGoodLooks);
+    LookIntoEditor(ExpectGoodLooks);
   }
   QApplication::setFont(usual);
 }
@@ -251,7 +269,12 @@ TEST(Looks, TabWalksInReadingOrder) {
   reader.driver->Choose(2);
   reader.driver->Press("cmdSearch");
   EXPECT_EQ(TabWalk(reader.driver->Find("Reset")),
-            (Names{"Reset", "PrintWB", "cboAddress", "brwWebBrowser"}));
+            (Names{"Reset", "Command1", "PrintWB", "cboAddress", "brwWebBrowser"}));
+  LookIntoEditor([](QWidget& window) {
+    if (window.objectName() != "frmFind") return;
+    EXPECT_EQ(TabWalk(window.findChild<QWidget*>("Text1")),
+              (Names{"Text1", "chkTags", "CaseDep", "Command1", "Command2"}));
+  });
   driver.Press("cmdSeeResults");
   EXPECT_EQ(TabWalk(driver.Find("cmdSaveAs")), (Names{"cmdSaveAs", "cmdSearch", "cmdExit", "UdTxt"}));
 }

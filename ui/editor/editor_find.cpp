@@ -22,16 +22,21 @@ std::size_t BytesOfCharacters(std::string_view bytes, PageEncoding encoding, std
 
 }  // namespace
 
-EditorFind::EditorFind(EditBox& box, const Entities& entities)
-    : EditTekst(box), entities_(entities), frmFind(box.window()) {
+EditorFind::EditorFind(EditBox& box, const Entities& entities) : EditTekst(box), entities_(entities) {
   connect(&EditTekst, &EditBox::Clicked, this, [this] { FindPosition = EditTekst.Selected().start + 1; });
   connect(&EditTekst, &QPlainTextEdit::textChanged, this, [this] { shown_.reset(); });
 }
 
+// It closes before the box's window does.
+FindDialog& EditorFind::frmFind() {
+  if (frmFind_ == nullptr) frmFind_ = std::make_unique<FindDialog>(EditTekst.parentWidget());
+  return *frmFind_;
+}
+
 void EditorFind::Find() {
-  const std::size_t length = CountCharacters(frmFind.Text());
+  const std::size_t length = CountCharacters(frmFind().Text());
   EditTekst.Move({0, BytesOfCharacters(EditTekst.Bytes(), EditTekst.Encoding(), length)});
-  if (!frmFind.Ask()) return;
+  if (!frmFind().Ask()) return;
   FindPosition = 0;
   FindInEditor();
 }
@@ -47,9 +52,9 @@ void EditorFind::FindAgain() {
 }
 
 void EditorFind::FindInEditor() {
-  FindText = frmFind.Text();
-  const std::string sought = frmFind.ConvertsToTags() ? entities_.EncodeEntities(FindText) : FindText;
-  if (frmFind.ConvertsToTags() && !IsAscii(sought)) {
+  FindText = frmFind().Text();
+  const std::string sought = frmFind().ConvertsToTags() ? entities_.EncodeEntities(FindText) : FindText;
+  if (frmFind().ConvertsToTags() && !IsAscii(sought)) {
     Warn(EditTekst.window(),
          "Warning!\r\nThere is an illegal HTML character in the Search string.\r\n"
          "The results may consequently be unreliable!");
@@ -64,7 +69,7 @@ void EditorFind::FindInEditor() {
 }
 
 // The first occurrence behind FindPosition.
-std::optional<PhraseSearch::Occurrence> EditorFind::Next(const std::string& sought) const {
+std::optional<PhraseSearch::Occurrence> EditorFind::Next(const std::string& sought) {
   const std::string bytes = EditTekst.Bytes();
   const std::optional<std::string> sought_bytes = SoughtBytes(sought, EditTekst.Encoding());
   if (!sought_bytes) return std::nullopt;
@@ -76,7 +81,7 @@ std::optional<PhraseSearch::Occurrence> EditorFind::Next(const std::string& soug
   std::copy(bytes.begin(), bytes.end(), buffer.data());
   buffer.SetSize(bytes.size());
   PageText page(buffer, EditTekst.Encoding(), EditTekst.OwnLineEnd());
-  const LetterCase letter_case = frmFind.IsCaseDependent() ? LetterCase::kExact : LetterCase::kFolded;
+  const LetterCase letter_case = frmFind().IsCaseDependent() ? LetterCase::kExact : LetterCase::kFolded;
   return PhraseSearch(*sought_bytes, letter_case).FindNext(page, from);
 }
 

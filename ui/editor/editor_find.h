@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -32,16 +33,17 @@ class EditorFind : public QObject {
   void Found();
 
  private:
+  FindDialog& frmFind();
   void FindInEditor();
-  std::optional<PhraseSearch::Occurrence> Next(const std::string& sought) const;
+  std::optional<PhraseSearch::Occurrence> Next(const std::string& sought);
   void TellNotFound();
 
   EditBox& EditTekst;
   const Entities& entities_;
-  FindDialog frmFind;
-  std::string FindText;             // as it was typed at the last search
-  std::size_t FindPosition = 0;     // of the last match; 0 makes the next search start at the beginning
-  std::size_t FoundLength = 0;      // of the last match
+  std::unique_ptr<FindDialog> frmFind_;  // made when it is first needed
+  std::string FindText;                  // as it was typed at the last search
+  std::size_t FindPosition = 0;          // of the last match; 0 makes the next search start at the beginning
+  std::size_t FoundLength = 0;           // of the last match
   std::optional<Selection> shown_;  // the last match as the box selects it, which may be more of the text
 };
 

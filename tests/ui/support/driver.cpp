@@ -33,13 +33,17 @@ Driver::Driver(const std::string& folder, const std::string& settings, MakeBrows
 // A loop of its own takes up the wish to leave that the windows may have uttered.
 Driver::~Driver() {
   start_up.reset();
-  QTimer::singleShot(0, qApp, [] { QCoreApplication::quit(); });
+  QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });  // quit() would ask other windows
   QCoreApplication::exec();
 }
 
+// To the toolkit a window is active, too, while a hidden dialog of its own is.
 void Driver::Activate() {
-  start_up->Frame().activateWindow();
-  if (!QTest::qWaitForWindowActive(&start_up->Frame())) throw std::runtime_error("not active");
+  FrameWindow& frame = start_up->Frame();
+  frame.activateWindow();
+  if (!QTest::qWaitFor([&frame] { return QApplication::activeWindow() == &frame; })) {
+    throw std::runtime_error("not active");
+  }
 }
 
 void Driver::Press(const char* name) {
@@ -49,7 +53,7 @@ void Driver::Press(const char* name) {
 
 void Driver::Choose(int function) {
   QTest::mousePress(Find(("Option1_" + std::to_string(function)).c_str()), Qt::LeftButton);
-  Activate();  // a closed box may have left no window active
+  Activate();
 }
 
 void Driver::ClickItem(const char* list, const QString& text, bool twice) {
@@ -123,6 +127,8 @@ void Driver::Answer(QWidget& dialog) {
                                                                       : "btnStop");
     said.push_back(dialog.findChild<ByteTextBox*>("SearchText")->Bytes() + "|" +
                    dialog.findChild<ByteTextBox*>("ReplaceText")->Bytes());
+  } else if (dialog.objectName() == "frmFind") {
+    button = dialog.findChild<QAbstractButton*>(answer == "cancel" ? "Command2" : "Command1");
   } else if (QWidget* const colour = dialog.findChild<QWidget*>("lblSafeCol_0")) {
     return QTest::mouseClick(colour, Qt::LeftButton);
   }

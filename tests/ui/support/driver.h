@@ -43,10 +43,11 @@ class Driver {
   void Type(const char* name, const QString& text);
   static void TypeInto(QWidget& field, const QString& text);
   std::string Report();  // bytes of the results box
+  void Activate();       // a closed box may have left no window active
 
   /// What the user does in the dialogs and boxes that open, in their order: "ok", "cancel", "yes", "no",
-  /// "keep", "replace", "stop" press that button. When it is empty: Keep, Cancel or No, else OK. In the
-  /// colour picker the first safe colour is taken.
+  /// "keep", "replace", "stop", "search" press that button. When it is empty: Keep, Cancel or No, else OK. In
+  /// the colour picker the first safe colour is taken.
   std::deque<std::string> answers;
   std::function<void(QWidget&)> on_dialog;  // before each answer
   /// What was said and answered: a box's text; for a proposal the two fields. Then the answer.
@@ -55,7 +56,6 @@ class Driver {
   std::string LastSaid() const;
 
  private:
-  void Activate();
   void LookForDialog();
   void Answer(QWidget& dialog);
 
