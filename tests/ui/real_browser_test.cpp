@@ -17,6 +17,7 @@
 #include "tests/ui/support/print_steps.h"
 #include "tests/ui/support/web_server.h"
 #include "ui/browser/browser_plugin.h"
+#include "ui/shared/byte_text_box.h"
 
 // The browser component itself, with pages on the disk and of a server on this machine.
 
@@ -101,7 +102,8 @@ class RealBrowser : public testing::Test {
   testing::AssertionResult Becomes(const QString& title) {
     return Soon([&] {
       return driver->Find("frmBrowser")->windowTitle() == title &&
-             driver->Find("Command1")->property("Tag") == "" && Text("StatusBar1_3") == title;
+             driver->Find("frmBrowser")->findChild<QWidget*>("Command1")->property("Tag") == "" &&
+             Text("StatusBar1_3") == title;
     });
   }
 
@@ -163,6 +165,26 @@ TEST_F(RealBrowser, ShowsAFileThatChangedAnew) {
   site.Write("first.htm", "<TITLE>Mended</TITLE>");
   driver->ClickItem("filList", "first.htm");
   EXPECT_TRUE(Becomes("Mended"));
+}
+
+TEST_F(RealBrowser, ShowsWhatTheEditorHolds) {
+  const auto edit_html = [&] {
+    QTest::mouseClick(driver->Find("frmBrowser")->findChild<QWidget*>("Command1"), Qt::LeftButton);
+    driver->Activate();
+    return driver->Find<ByteTextBox>("EditTekst");
+  };
+  for (const QString title : {"Edited", "Edited again"}) {
+    Driver::TypeInto(*edit_html(), "<TITLE>" + title + "</TITLE>");
+    driver->Press("Command2");
+    EXPECT_TRUE(Becomes(title));
+    EXPECT_EQ(Address(), FileAddressOf("~temp.htm"));
+  }
+  EXPECT_TRUE(GoesTo("second.htm", "Second"));
+  EXPECT_TRUE(edit_html()->Bytes().ends_with("the first page <A HREF=second.htm#low>on</A>"));
+  driver->Press("Gem");
+  driver->Press("Command2");
+  EXPECT_TRUE(Becomes("Edited again"));
+  EXPECT_EQ(Address(), FileAddressOf("first.htm"));
 }
 
 TEST_F(RealBrowser, EndsWhenAPageBeingPrintedIsDone) {
