@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <string>
-#include <vector>
+#include <memory>
 
 namespace tessaril {
 namespace {
@@ -51,113 +50,161 @@ bool IsDifferentBehindBreak(std::string_view phrase, std::string_view text, std:
   return rest.size() > next && IsInert(rest[next]) && rest[next] != phrase[at + 1];
 }
 
-// The bytes that are compared with the phrase, while breaks in them turn into blanks one by one. What is
-// settled and equal is dropped from the front, so that a break costs no more than what lies before it. For
-// each byte it knows where in the page the bytes end that became it. Positions count from 1 and include what
-// was dropped.
+// The candidate: the bytes that are compared with the phrase, while breaks in them turn into blanks one by
+// one. What lies before the break in hand has been made; the rest is still as the page has it, but for its
+// blanks, which were halved as often as breaks were turned: of a run, only each second, fourth, eighth one
+// and so on is left, and the last. So a break costs no more than what lies before the next one. Positions
+// count from 1.
 class Candidate {
  public:
-  Candidate(std::string_view phrase, std::string_view bytes)
+  Candidate(std::string_view phrase, std::string_view window, std::string_view line_end)
       : phrase_(phrase),
-        bytes_(bytes),
-        ends_(bytes.size()),
-        doubled_end_(bytes.find("  ") != std::string_view::npos ? bytes.size() : 0) {
-    for (std::size_t i = 0; i < ends_.size(); ++i) ends_[i] = static_cast<std::uint32_t>(i + 1);
+        window_(window),
+        line_end_(line_end),
+        entity_is_break_(phrase.find(kNbsp) == std::string_view::npos),
+        made_(std::make_unique_for_overwrite<char[]>(window.size())),
+        ends_(std::make_unique_for_overwrite<std::uint32_t[]>(window.size())) {}
+
+  // Turns the first break at or behind `from` into a blank; then, of every two blanks in a row the first is
+  // dropped, once from front to back: three blanks leave two. Returns where the break was, 0 when there is
+  // none.
+  std::size_t TurnBreak(std::size_t from) {
+    const std::size_t length = MakeUntilBreak(from);
+    if (length == 0) return 0;
+    read_ += length;
+    const std::size_t run = RunBefore(size_);
+    Make(' ', read_);
+    const std::size_t position = size_;
+    MakeBlanks();
+    doubled_ = std::min(doubled_, run);
+    step_ = std::min(2 * step_, kLongestStep);
+    Halve();
+    return position;
   }
 
+  // Whether the candidate begins with the phrase. It is different when no further break can change that.
   PlainComparison Compare() {
-    const std::size_t settled = SettledAndEqual(phrase_, Rest());
-    phrase_.remove_prefix(settled);
-    dropped_ += settled;
-    front_ += settled;
-    return ComparePlain(phrase_, Rest());
+    bool is_settled = true;  // all that was compared stays as it is
+    std::size_t at = equal_;
+    for (; at < size_ && at < phrase_.size(); ++at) {
+      is_settled = is_settled && at < doubled_ && !IsBesideBreak(at);
+      if (made_[at] != phrase_[at]) return is_settled ? PlainComparison::kDifferent : PlainComparison::kOpen;
+      if (is_settled) equal_ = at + 1;
+    }
+    if (at < phrase_.size()) return CompareUnmade(at, is_settled);
+    end_in_page_ = ends_[at - 1];
+    return PlainComparison::kEqual;
   }
 
   // Where the phrase ends in the page, after Compare found it equal.
-  std::size_t EndInPage() const { return ends_[front_ + phrase_.size() - 1]; }
-
-  struct Break {
-    std::size_t position;  // 0 when there is none
-    std::size_t length;
-  };
-  // The first break at or after `from`.
-  Break FindBreak(std::string_view line_end, bool entity_is_break, std::size_t from) const {
-    const std::string_view rest = Rest();
-    for (std::size_t at = std::max(from, dropped_ + 1) - dropped_ - 1; at < rest.size(); ++at) {
-      const char c = rest[at];
-      if (c != line_end[0] && c != '&') continue;
-      const std::string_view here = rest.substr(at);
-      if (here.starts_with(line_end)) return {dropped_ + at + 1, line_end.size()};
-      if (entity_is_break && here.starts_with(kNbsp)) return {dropped_ + at + 1, kNbsp.size()};
-    }
-    return {0, 0};
-  }
-
-  // One blank in the place of the `length` bytes at `position`; then, of every two blanks in a row the first
-  // is dropped, once from front to back: three blanks leave two.
-  void PutBlank(const Break& where) {
-    const bool is_doubled = doubled_end_ > front_;
-    const std::size_t blank = front_ + (where.position - dropped_ - 1) + (where.length - 1);
-    ShiftFront(blank - (where.length - 1), where.length - 1);
-    bytes_[blank] = ' ';
-    if (is_doubled) {
-      doubled_end_ = std::max(doubled_end_, blank + (IsBlankAt(blank + 1) ? 2 : 1));
-      HalveAll();
-    } else {
-      HalveRun(blank);
-    }
-  }
+  std::size_t EndInPage() const { return end_in_page_; }
 
  private:
-  std::string_view Rest() const { return std::string_view(bytes_).substr(front_); }
+  static constexpr std::size_t kNowhere = std::string_view::npos;
+  static constexpr std::size_t kLongestStep = std::size_t{1} << 30;
 
-  // Moves what lies between the front and `end` to the back by `count`.
-  void ShiftFront(std::size_t end, std::size_t count) {
-    std::copy_backward(bytes_.begin() + Offset(front_), bytes_.begin() + Offset(end),
-                       bytes_.begin() + Offset(end + count));
-    std::copy_backward(ends_.begin() + Offset(front_), ends_.begin() + Offset(end),
-                       ends_.begin() + Offset(end + count));
-    front_ += count;
+  std::size_t BreakAt(std::size_t at) const {
+    if (at >= window_.size() || (window_[at] != line_end_[0] && window_[at] != '&')) return 0;
+    const std::string_view here = window_.substr(at);
+    if (here.starts_with(line_end_)) return line_end_.size();
+    return entity_is_break_ && here.starts_with(kNbsp) ? kNbsp.size() : 0;
   }
 
-  bool IsBlankAt(std::size_t at) const { return at < bytes_.size() && bytes_[at] == ' '; }
+  std::size_t EndOfBlanks(std::size_t at) const {
+    return std::min(window_.find_first_not_of(' ', at), window_.size());
+  }
 
-  // What lies behind the last run keeps its place.
-  void HalveAll() {
-    const std::size_t end = doubled_end_;
-    std::size_t kept = front_;
-    std::size_t doubled = front_;  // behind the last run that there is still
-    for (std::size_t i = front_; i < end; ++i) {
-      if (bytes_[i] == ' ' && i + 1 < end && bytes_[i + 1] == ' ') ++i;
-      if (bytes_[i] == ' ' && kept > front_ && bytes_[kept - 1] == ' ') doubled = kept + 1;
-      bytes_[kept] = bytes_[i];
+  void Make(char c, std::size_t end) {
+    made_[size_] = c;
+    ends_[size_] = static_cast<std::uint32_t>(end);
+    ++size_;
+  }
+
+  void MakeBlanks() {
+    const std::size_t begin = read_;
+    read_ = EndOfBlanks(begin);
+    for (std::size_t end = begin + step_; end < read_; end += step_) Make(' ', end);
+    if (begin < read_) Make(' ', read_);
+  }
+
+  // The length of the break; 0 when there is none.
+  std::size_t MakeUntilBreak(std::size_t from) {
+    while (read_ < window_.size()) {
+      if (window_[read_] == ' ') {
+        const std::size_t run = size_;
+        MakeBlanks();
+        if (size_ - run > 1) doubled_ = std::min(doubled_, run);
+        continue;
+      }
+      const std::size_t length = size_ + 1 >= from ? BreakAt(read_) : 0;
+      if (length > 0) return length;
+      ++read_;
+      Make(window_[read_ - 1], read_);
+    }
+    return 0;
+  }
+
+  std::size_t RunBefore(std::size_t at) const {
+    while (at > 0 && made_[at - 1] == ' ') --at;
+    return at;
+  }
+
+  // Whether the blanks at `at` reach to a break, which will lengthen them.
+  bool IsBesideBreak(std::size_t at) const {
+    return made_[at] == ' ' && RunBefore(size_) <= at && BreakAt(read_) > 0;
+  }
+
+  void Halve() {
+    std::size_t kept = doubled_;
+    std::size_t doubled = kNowhere;
+    for (std::size_t i = kept; i < size_; ++i) {
+      if (made_[i] == ' ' && i + 1 < size_ && made_[i + 1] == ' ') ++i;
+      if (doubled == kNowhere && made_[i] == ' ' && kept > doubled_ && made_[kept - 1] == ' ')
+        doubled = kept - 1;
+      made_[kept] = made_[i];
       ends_[kept] = ends_[i];
       ++kept;
     }
-    doubled_end_ = doubled + (end - kept);
-    ShiftFront(kept, end - kept);
+    size_ = kept;
+    doubled_ = doubled;
   }
 
-  // The blank at `at` and its neighbours, at most one on each side, are the only run there is.
-  void HalveRun(std::size_t at) {
-    const bool before = at > front_ && bytes_[at - 1] == ' ';
-    const bool behind = IsBlankAt(at + 1);
-    if (before) {
-      ShiftFront(at - 1, 1);
-      doubled_end_ = behind ? at + 2 : 0;
-    } else if (behind) {
-      ShiftFront(at, 1);
+  // Compares the phrase from `at` on with what has not been made yet.
+  PlainComparison CompareUnmade(std::size_t at, bool is_settled) {
+    for (std::size_t read = read_; at < phrase_.size();) {
+      if (read >= window_.size()) return PlainComparison::kDifferent;  // it never gets longer
+      std::size_t next = read + 1;
+      std::size_t left = 1;  // of a run of blanks
+      if (window_[read] == ' ') {
+        next = EndOfBlanks(read);
+        left = (next - read + step_ - 1) / step_;
+        is_settled = is_settled && left == 1 && BreakAt(next) == 0;
+      } else {
+        is_settled = is_settled && BreakAt(read) == 0;
+      }
+      for (std::size_t i = 1; i <= left && at < phrase_.size(); ++i, ++at) {
+        if (phrase_[at] != window_[read])
+          return is_settled ? PlainComparison::kDifferent : PlainComparison::kOpen;
+        end_in_page_ = i < left ? read + i * step_ : next;
+      }
+      read = next;
     }
+    return PlainComparison::kEqual;
   }
 
-  static std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
-
-  std::string_view phrase_;  // what of it is still to be compared
-  std::string bytes_;
-  std::vector<std::uint32_t> ends_;
-  std::size_t front_ = 0;    // where in bytes_ the candidate begins
-  std::size_t dropped_ = 0;  // bytes that were settled and equal
-  std::size_t doubled_end_;  // behind this place there are no two blanks in a row, before it there may be
+  std::string_view phrase_;
+  std::string_view window_;
+  std::string_view line_end_;
+  bool entity_is_break_;
+  // The bytes made, never more than the window has, and where in the page the bytes end that became each.
+  std::unique_ptr<char[]> made_;
+  std::unique_ptr<std::uint32_t[]> ends_;
+  std::size_t size_ = 0;
+  std::size_t read_ = 0;            // what lies in front in the window has been made
+  std::size_t step_ = 1;            // of a run of blanks that has not been made each so many-th is left
+  std::size_t doubled_ = kNowhere;  // where the first run of several blanks begins among those made
+  std::size_t equal_ = 0;           // so many bytes made are settled and the phrase's
+  std::size_t end_in_page_ = 0;
 };
 
 PhraseMatch Accept(std::string_view covered, std::string_view line_end) {
@@ -186,16 +233,14 @@ PlainComparison ComparePlain(std::string_view phrase, std::string_view text) {
 std::optional<PhraseMatch> MatchPhrase(std::string_view phrase, std::string_view window,
                                        std::string_view line_end) {
   if (window.starts_with(phrase)) return Accept(window.substr(0, phrase.size()), line_end);
-  const bool entity_is_blank = phrase.find(kNbsp) == std::string_view::npos;
-  Candidate candidate(phrase, window);
+  Candidate candidate(phrase, window, line_end);
   for (std::size_t p = 0;;) {
-    const Candidate::Break found = candidate.FindBreak(line_end, entity_is_blank, p + 1);
-    if (found.position == 0) return std::nullopt;
-    candidate.PutBlank(found);
-    p = found.position;
+    p = candidate.TurnBreak(p + 1);
+    if (p == 0) return std::nullopt;
     const PlainComparison comparison = candidate.Compare();
-    if (comparison == PlainComparison::kEqual)
+    if (comparison == PlainComparison::kEqual) {
       return Accept(window.substr(0, candidate.EndInPage()), line_end);
+    }
     if (comparison == PlainComparison::kDifferent) return std::nullopt;
   }
 }
