@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -9,6 +10,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QRadioButton>
+#include <QScreen>
 #include <QtTest>
 #include <filesystem>
 
@@ -416,18 +418,87 @@ TEST_F(Editor, LeavesForeignTemporaryPagesAlone) {
   EditHtml();
   EXPECT_EQ(site.Read("~temp.htm"), "changed meanwhile");
   std::filesystem::remove(site / "~temp.htm");
+}
 
-  // The page itself may be what is edited.
-  driver->Press("Gem");
-  driver->Press("MainScreen");
-  site.Write("~temp.htm", "edited");
+TEST_F(Editor, KeepsTheEditedFileThatIsCalledLikeTheTemporaryPage) {
+  std::filesystem::create_symlink("~temp.htm", site / "link.htm");
+  for (const char* const name : {"~temp.htm", "link.htm"}) {
+    site.Write("~temp.htm", std::string(70000, 'x'));
+    Open(name);
+    TypeAtStart("+");
+    const std::string text = Box().Bytes();
+    driver->answers = {"ok"};
+    driver->Press("Command2");  // the second question is whether the file is to be cut
+    EXPECT_EQ(site.Read("~temp.htm").size(), 70000u);
+    driver->answers = {"ok", "ok"};
+    driver->Press("Command2");
+    EditHtml();
+    EXPECT_EQ(site.Read("~temp.htm"), text);
+    driver->answers = {"ok"};
+    driver->Press("MainScreen");
+  }
   Open("~temp.htm");
   TypeAtStart("+");
-  driver->answers = {"ok"};
+  driver->answers = {"ok", "ok"};
   driver->Press("Command2");
+  driver->start_up->Frame().close();
+  EXPECT_EQ(ShownWindow(), "frmBrowser");
+  EXPECT_TRUE(Exists("~temp.htm"));
+}
+
+TEST_F(Editor, WritesThroughNoLinkUnasked) {
+  for (const bool is_symbolic : {true, false}) {
+    if (is_symbolic) {
+      std::filesystem::create_symlink("b.htm", site / "~temp.htm");
+    } else {
+      std::filesystem::create_hard_link(site / "b.htm", site / "~temp.htm");
+    }
+    Open("a.htm");
+    TypeAtStart("+");
+    driver->answers = {"ok"};
+    driver->Press("Command2");
+    EXPECT_EQ(site.Read("b.htm"), "<P>other</P>") << is_symbolic;
+    if (ShownWindow() == "frmBrowser") EditHtml();
+    std::filesystem::remove(site / "~temp.htm");
+    site.Write("b.htm", "<P>other</P>");
+    driver->answers = {"ok"};
+    driver->Press("MainScreen");
+  }
+}
+
+TEST_F(Editor, LeavesForeignTemporaryPagesAloneWhereThereIsNoBrowser) {
+  browser.can_start = false;
+  site.Write("~temp.htm", "the user's");
+  Open("a.htm");
+  TypeAtStart("+");
+  for (int times = 0; times < 2; ++times) {
+    driver->answers = {"ok", "ok"};
+    driver->Press("Command2");
+    EXPECT_EQ(site.Read("~temp.htm"), "the user's");
+  }
+}
+
+// The toolkit's dialog takes what stands between quotation marks for a name.
+TEST_F(Editor, ProposesNamesWithQuotationMarks) {
+  site.Write("a\"b\".htm", "text");
+  Open("a\"b\".htm");
+  TypeAtStart("+");
+  driver->answers = {"yes"};
+  SaveAs([](QFileDialog& dialog) { QMetaObject::invokeMethod(&dialog, "accept"); });
+  EXPECT_FALSE(Exists("b"));
+  EXPECT_EQ(site.Read("a\"b\".htm"), "+text");
+}
+
+TEST_F(Editor, EditsOnlyFilesWithAWholePath) {
+  site.Write("relative.htm", "text");
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(site.path());
+  Open("a.htm");
+  driver->Press("Command2");
+  driver->Find<QComboBox>("cboAddress")->setEditText("file://relative.htm");
   EditHtml();
-  EXPECT_EQ(site.Read("~temp.htm"), "+edited");
-  EXPECT_EQ(Shown("Filname"), site / "~temp.htm");
+  EXPECT_EQ(ShownWindow(), "frmBrowser");
+  std::filesystem::current_path(before);
 }
 
 TEST_F(Editor, TakesUpWhatTheBrowserShows) {
@@ -501,15 +572,21 @@ TEST_F(Editor, StaysWhereThereIsNoBrowser) {
 }
 
 TEST_F(Editor, LeavesNothingBehindAtTheEnd) {
-  Open("a.htm");
+  site.Write("sub/n.htm", "text");
+  driver->start_up->OpenFolder(site / "sub");
+  Open("n.htm");
   TypeAtStart("+");
   driver->Press("Command2");
-  ASSERT_TRUE(Exists("~temp.htm"));
+  ASSERT_TRUE(Exists("sub/~temp.htm"));
+  std::filesystem::rename(site / "sub", site / "away");
+  EditHtml();
+  std::filesystem::rename(site / "away", site / "sub");
+  EXPECT_TRUE(Exists("sub/~temp.htm"));  // it could not be deleted then
   driver->answers = {"ok"};
   Item("menuEExit").trigger();
   EXPECT_EQ(Said(), Words{"Leave Tessaril?"});
-  EXPECT_FALSE(Exists("~temp.htm"));
-  EXPECT_EQ(site.Read("a.htm"), "<P>one\r\ntwo</P>\r\n");
+  EXPECT_FALSE(Exists("sub/~temp.htm"));
+  EXPECT_EQ(site.Read("sub/n.htm"), "text");
 }
 
 TEST_F(Editor, NamesTheLineOfTheCaret) {
@@ -551,12 +628,17 @@ TEST_F(Editor, HasKeysAndMenusOfItsOwn) {
     return names;
   };
   EXPECT_EQ(menus(), "menuMisc menu0Help ");
-  Open("a.htm");
+  site.Write("n.htm", std::string(39, 'x') + "\ty\n" + std::string(40, 'x') + "y");
+  Open("n.htm");
   EXPECT_EQ(menus(), "menuEMisc menuEdit menuEHelp ");
   const QFont usual = Box().font();
   const qreal tab = Box().tabStopDistance();
-  EXPECT_GT(tab, 4 * Box().fontMetrics().horizontalAdvance('x'));
   Item("menuMonospaced").trigger();
+  QTextCursor at_column = Box().textCursor();
+  at_column.setPosition(40);
+  QTextCursor below = at_column;
+  below.setPosition(82);
+  EXPECT_EQ(Box().cursorRect(at_column).left(), Box().cursorRect(below).left());
   EXPECT_NE(Box().font().family(), usual.family());
   EXPECT_EQ(Box().font().pointSizeF(), usual.pointSizeF());
   Item("menuMonospaced").trigger();
@@ -582,6 +664,8 @@ TEST_F(Editor, HasKeysAndMenusOfItsOwn) {
   EXPECT_EQ(press_keys(&Box()), 2);
   QTest::keyClick(&Box(), Qt::Key_Tab);
   EXPECT_NE(Box().Bytes().find('\t'), std::string::npos);
+  QTest::keyClick(&Box(), Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_FALSE(Box().hasFocus());
   driver->Press("Command2");
   EXPECT_EQ(press_keys(driver->Find("brwWebBrowser")), 0);
   EXPECT_EQ(menus(), "menuMisc menu0Help ");
@@ -696,6 +780,36 @@ TEST_F(Finding, GoesOnFromWhereTheUserIs) {
   QTest::keyClick(&Box(), Qt::Key_F, Qt::ControlModifier);
   EXPECT_EQ(driver->Find("frmFind")->property("Tag").toString(), " ");
   EXPECT_EQ(Said(), Words{"Text not found:\n\"bc ABC\""});
+}
+
+// A cancelled find selects the first characters, which may be the match of the find before.
+TEST_F(Finding, GoesOnFromTheSelectionThatACancelledFindLeft) {
+  site.Write("n.htm", "abc\r\nabc\r\nabc");
+  Open("n.htm");
+  Find({"abc"});
+  const QPoint third_line(3, 5 + 2 * Box().fontMetrics().height());
+  QTest::mouseClick(Box().viewport(), Qt::LeftButton, {}, third_line);
+  Find({"abc", false, true, "cancel"});
+  ASSERT_EQ(SelectedText(), "0+3");
+  Item("menuEditFindAgain").trigger();
+  EXPECT_EQ(SelectedText(), "5+3");
+}
+
+TEST_F(Finding, SaysWhatIsNotThereInABoxThatFitsTheScreen) {
+  Open("a.htm");
+  int bottom = 0;
+  driver->on_dialog = [&](QWidget& dialog) {
+    if (dialog.objectName() != "frmFind") {
+      bottom = std::max(bottom, dialog.frameGeometry().bottom());
+      return;
+    }
+    dialog.findChild<QLineEdit*>("Text1")->setText(QString("long word ").repeated(2000));
+    driver->answers.push_front("search");
+  };
+  Item("menuEditFind").trigger();
+  driver->on_dialog = nullptr;
+  EXPECT_LT(bottom, QGuiApplication::primaryScreen()->geometry().bottom());
+  EXPECT_GT(bottom, 0);
 }
 
 TEST_F(Finding, WarnsOfCharactersWithoutAName) {

@@ -58,6 +58,8 @@ std::string FileOfAddress(const QString& address, const std::string& folder) {
     static const QRegularExpression kBehindPath("[?#].*");
     QString path = text.mid(kFileScheme.size());
     path.remove(kBehindPath);
+    if (path.startsWith("localhost/", Qt::CaseInsensitive)) path.remove(0, path.indexOf(kSeparator));
+    if (!path.startsWith(kSeparator)) return {};  // another machine's
     return QByteArray::fromPercentEncoding(path.toUtf8()).toStdString();
   }
   for (const QString& path : {text, WithBlanks(text)}) {

@@ -12,7 +12,7 @@ QUrl FileAddress(const std::string& path);
 
 /// The path of the file that an address is of, or that it is itself: of a file address without "?", "#" and
 /// what follows them, decoded whole; a path, absolute or in `folder`, as TypedAddress takes it. Any other
-/// address gives a path at which there is no file.
+/// address gives a path at which there is no file, or an empty one.
 std::string FileOfAddress(const QString& address, const std::string& folder);
 
 /// What the user means by an address as typed: a path, absolute or in `folder`, that may have "#" and an

@@ -9,6 +9,8 @@ namespace tessaril {
 
 EditBox::EditBox(QWidget* parent) : ByteTextBox(parent) {
   setTabChangesFocus(false);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   UseMonospacedFont(false);
   SetTyping(encoding_, line_end_);
   connect(this, &QPlainTextEdit::cursorPositionChanged, this,
@@ -43,7 +45,7 @@ long EditBox::CaretLine() const {
 void EditBox::UseMonospacedFont(bool monospaced) {
   constexpr int kTabWidth = 8;  // characters
   setFont(FontOfText(monospaced, font()));
-  setTabStopDistance(kTabWidth * fontMetrics().averageCharWidth());
+  setTabStopDistance(kTabWidth * QFontMetricsF(font()).horizontalAdvance('x'));
 }
 
 void EditBox::mousePressEvent(QMouseEvent* event) {

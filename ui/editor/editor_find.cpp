@@ -20,10 +20,20 @@ std::size_t BytesOfCharacters(std::string_view bytes, PageEncoding encoding, std
   return bytes.size() - rest.size();
 }
 
+// A text that has room on the screen.
+std::string Shortened(const std::string& text) {
+  constexpr std::size_t kMost = 500;  // characters
+  if (CountCharacters(text) <= kMost) return text;
+  return text.substr(0, BytesOfCharacters(text, PageEncoding::kUtf8, kMost)) + "...";
+}
+
 }  // namespace
 
 EditorFind::EditorFind(EditBox& box, const Entities& entities) : EditTekst(box), entities_(entities) {
-  connect(&EditTekst, &EditBox::Clicked, this, [this] { FindPosition = EditTekst.Selected().start + 1; });
+  connect(&EditTekst, &EditBox::Clicked, this, [this] {
+    FindPosition = EditTekst.Selected().start + 1;
+    shown_.reset();
+  });
   connect(&EditTekst, &QPlainTextEdit::textChanged, this, [this] { shown_.reset(); });
 }
 
@@ -87,7 +97,7 @@ std::optional<PhraseSearch::Occurrence> EditorFind::Next(const std::string& soug
 
 void EditorFind::TellNotFound() {
   FindPosition = 0;
-  Tell(EditTekst.window(), "Text not found:\r\n\"" + FindText + "\"");
+  Tell(EditTekst.window(), "Text not found:\r\n\"" + Shortened(FindText) + "\"");
   EditTekst.Move({0, 0});
   shown_.reset();
 }

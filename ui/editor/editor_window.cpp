@@ -38,7 +38,6 @@ EditorWindow::EditorWindow(Session& session, QWidget* parent)
   Put(*Filname, "Filname", kNamePlace);
   EditTekst->setObjectName("EditTekst");
   EditTekst->setAccessibleName("Text");
-  setFocusProxy(EditTekst);
   connect(EditTekst, &QPlainTextEdit::textChanged, this, [this] { session_.EditorTextChanged = true; });
   connect(EditTekst, &EditBox::CaretMoved, this, &EditorWindow::ShowLine);
   connect(EditTekst, &EditBox::CaretPut, this, &EditorWindow::ForgetLine);
@@ -139,28 +138,30 @@ void EditorWindow::Save() {
 }
 
 void EditorWindow::SaveAs() {
-  const QString chosen = AskWhereToSave();
-  if (chosen.isEmpty()) return;
-  // The name that was proposed need not be a text.
-  const bool is_proposed = chosen == QFile::decodeName(file_.path().c_str());
-  SaveInto(is_proposed ? file_.path() : QFile::encodeName(chosen).toStdString());
+  if (const std::string path = AskWhereToSave(); !path.empty()) SaveInto(path);
 }
 
-QString EditorWindow::AskWhereToSave() {
+// The file's name may be one that the dialog takes for another: it need not be a text, and of names in
+// quotation marks the dialog takes these off. What is left as it was proposed is the file's own.
+std::string EditorWindow::AskWhereToSave() {
   QFileDialog dialog(this, "Save As", QFile::decodeName(session_.files.CurrentFolder().c_str()));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.selectFile(QFile::decodeName(file_.path().c_str()));
-  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+  const QStringList proposed = dialog.selectedFiles();
+  if (dialog.exec() != QDialog::Accepted) return {};
+  const QStringList chosen = dialog.selectedFiles();
+  const bool is_own = chosen == proposed && !file_.path().empty();
+  return is_own ? file_.path() : QFile::encodeName(chosen.value(0)).toStdString();
+}
+
+bool EditorWindow::MayOverwriteOwnFile() {
+  return (!file_.IsCut() ||
+          AskOkCancel(this, "The file is longer than what is shown. Save only what is shown?")) &&
+         (!file_.HasChanged() || AskOkCancel(this, "The file was changed on disk. Overwrite it?"));
 }
 
 void EditorWindow::SaveInto(const std::string& path) {
-  if (file_.IsAt(path)) {
-    if (file_.IsCut() &&
-        !AskOkCancel(this, "The file is longer than what is shown. Save only what is shown?")) {
-      return;
-    }
-    if (file_.HasChanged() && !AskOkCancel(this, "The file was changed on disk. Overwrite it?")) return;
-  }
+  if (IsOwnFile(path) && !MayOverwriteOwnFile()) return;
   if (const Status status = file_.Save(path, Text()); !status.ok()) {
     return Tell(this, "Not saved: " + status.reason());
   }

@@ -43,6 +43,11 @@ class EditorWindow : public QWidget {
   std::string Text() const { return EditTekst->Bytes(); }
   const std::string& Path() const { return file_.path(); }
 
+  /// Whether a file is the text's own, by whatever name; and whether the text may take its place then, which
+  /// the user is asked where something could be lost.
+  bool IsOwnFile(const std::string& path) const { return file_.IsAt(path); }
+  bool MayOverwriteOwnFile();
+
   /// Gives the text the focus.
   void FocusText() { EditTekst->setFocus(); }
 
@@ -72,7 +77,7 @@ class EditorWindow : public QWidget {
   void Save();
   void SaveAs();
   void SaveInto(const std::string& path);
-  QString AskWhereToSave();
+  std::string AskWhereToSave();
   void ShowFile();
   void LayOut();
 

@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "engine/paths.h"
-#include "ui/shared/save_file.h"
+#include "settings/whole_file.h"
 
 namespace tessaril {
 
@@ -23,21 +23,26 @@ bool UnsavedPage::IsOwn(const std::string& path) const {
 bool UnsavedPage::IsForeign(const std::string& path) const {
   std::error_code ignored;
   const auto kind = std::filesystem::symlink_status(path, ignored).type();
-  return kind != std::filesystem::file_type::not_found && !IsOwn(path);
+  const bool is_there =
+      kind != std::filesystem::file_type::not_found && kind != std::filesystem::file_type::none;
+  return is_there && !IsOwn(path);
 }
 
 Status UnsavedPage::Write(const std::string& path, std::string_view text) {
-  if (Status status = SaveFile(files_, path, text); !status.ok()) return status;
+  if (Status status = WriteWholeFile(path, text); !status.ok()) return status;
   return files_.Examine(path, own_[path]);
 }
 
 void UnsavedPage::Delete(const std::string& path) {
-  if (IsOwn(path)) unlink(path.c_str());
-  own_.erase(path);
+  const auto own = own_.find(path);
+  FileStamp now;
+  if (own == own_.end() || !files_.Examine(path, now).ok()) return;
+  if (now != own->second || unlink(path.c_str()) == 0) own_.erase(own);
 }
 
 void UnsavedPage::DeleteAll() {
-  while (!own_.empty()) Delete(std::string(own_.begin()->first));
+  const std::map<std::string, FileStamp> all = own_;
+  for (const auto& [path, stamp] : all) Delete(path);
 }
 
 }  // namespace tessaril

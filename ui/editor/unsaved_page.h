@@ -22,14 +22,11 @@ class UnsavedPage {
   /// Whether there is something at the path that is not the program's own.
   bool IsForeign(const std::string& path) const;
 
-  /// Makes `text` the whole page, whatever it is that stands there.
+  /// Makes `text` the whole page in the place of a file that may stand there. Fails where a link stands.
   Status Write(const std::string& path, std::string_view text);
 
-  /// Deletes a page of the program's own, nothing else. A failure is nobody's concern.
+  /// Deletes a page of the program's own, nothing else. What cannot be deleted now may be by a later call.
   void Delete(const std::string& path);
-
-  /// Leaves a page where it is: it is the user's from now on.
-  void Keep(const std::string& path) { own_.erase(path); }
 
   /// Deletes all of the program's own.
   void DeleteAll();

@@ -13,6 +13,7 @@
 
 #include "ui/printing/print_text.h"
 #include "ui/printing/printer_font.h"
+#include "ui/shared/byte_text_box.h"
 #include "ui/shared/controls.h"
 #include "ui/shared/message_boxes.h"
 #include "ui/shared/place.h"
@@ -39,6 +40,12 @@ QPushButton* ButtonFor(const QWidget& window, const QKeySequence& access_key) {
     }
   }
   return nullptr;
+}
+
+bool LeavesTextByTab(const QObject* object, const QKeyEvent& event) {
+  const bool is_tab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
+  return is_tab && event.modifiers().testFlag(Qt::ControlModifier) &&
+         qobject_cast<const ByteTextBox*>(object) != nullptr;
 }
 
 }  // namespace
@@ -249,6 +256,8 @@ bool FrameWindow::eventFilter(QObject* object, QEvent* event) {
     return true;
   }
   if (event->type() == QEvent::KeyPress) {
+    // The area would take this for its own, to change windows.
+    if (LeavesTextByTab(object, static_cast<QKeyEvent&>(*event))) return object->event(event);
     QPushButton* const button = ButtonBeforeMenu(static_cast<QKeyEvent&>(*event));
     if (button == nullptr) return QMainWindow::eventFilter(object, event);
     button->setFocus(Qt::ShortcutFocusReason);

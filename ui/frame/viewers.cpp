@@ -5,6 +5,7 @@
 
 #include "engine/paths.h"
 #include "ui/shared/message_boxes.h"
+#include "ui/shared/save_file.h"
 
 namespace tessaril {
 namespace {
@@ -24,17 +25,15 @@ Viewers::Viewers(Session& session, Program& program, MainWindow& main, ChildArea
       unsaved_page_(session.files) {}
 
 bool Viewers::ShowInBrowser(const std::string& path) {
-  std::string started;
-  if (!LoadBrowser(started)) return false;
+  if (!MakeBrowser()) return false;
+  const std::string started = StartBrowser();
   if (path != started && !path.empty()) browser_->Show(path);
   area_.ShowMaximized(*browser_);
   browser_->FocusPage();
   return true;
 }
 
-// The window is made, shown and given its first page, which is in `started` then, when it is first needed,
-// whatever page is wanted.
-bool Viewers::LoadBrowser(std::string& started) {
+bool Viewers::MakeBrowser() {
   if (browser_ != nullptr) return true;
   if (browser_is_missing_) return false;
   std::string reason;
@@ -48,11 +47,17 @@ bool Viewers::LoadBrowser(std::string& started) {
   area_.Add(browser_);
   connect(browser_, &BrowserWindow::ToMain, &main_, &MainWindow::ReturnFromViewer);
   connect(browser_, &BrowserWindow::EditHtml, this, &Viewers::BrowserToEditor);
-  browser_->OfferMain(!unsaved_is_shown_);
-  area_.ShowMaximized(*browser_);
-  started = StartAddress();
-  if (!started.empty()) browser_->Start(started);
   return true;
+}
+
+// When the window is first shown it is given a first page, whatever page is wanted. Returns which.
+std::string Viewers::StartBrowser() {
+  if (browser_is_started_) return {};
+  browser_is_started_ = true;
+  area_.ShowMaximized(*browser_);
+  const std::string started = StartAddress();
+  if (!started.empty()) browser_->Start(started);
+  return started;
 }
 
 // What the browser window shows first: nothing, when there is no such file.
@@ -115,23 +120,28 @@ void Viewers::EditorToResults() {
   main_.ShowResultsForEditor();
 }
 
+// Whether there is a browser is found out first, as nothing is to be written in vain.
 void Viewers::EditorToBrowser() {
-  const bool unsaved_was_shown = unsaved_is_shown_;
-  const bool writes = session_.EditorTextChanged;
-  if (writes && !WriteUnsavedPage()) return;
-  if (ShowInBrowser(session_.CurrentFile)) return main_.ShowSearch();
-  if (writes) EndUnsavedPage();
-  ShowUnsaved(unsaved_was_shown);
-  Tell(editor_, "Can't open the browser because Microsoft Internet Explorer 4+ is not installed!");
-  program_.NoteMissingBrowser();
+  if (!MakeBrowser()) {
+    Tell(editor_, "Can't open the browser because Microsoft Internet Explorer 4+ is not installed!");
+    return program_.NoteMissingBrowser();
+  }
+  if (session_.EditorTextChanged && !WriteUnsavedPage()) return;
+  (void)ShowInBrowser(session_.CurrentFile);
+  main_.ShowSearch();
 }
 
+// The page may be the very file that is edited. Then it is the user's, and stays.
 bool Viewers::WriteUnsavedPage() {
   const std::string page = unsaved_page_.PathFor(session_.CurrentFile);
   if (unsaved_page_.IsForeign(page) && !AskOkCancel(editor_, page + "\r\nexists already. Overwrite it?")) {
     return false;
   }
-  if (const Status status = unsaved_page_.Write(page, editor_->Text()); !status.ok()) {
+  const bool is_edited = editor_->IsOwnFile(page);
+  if (is_edited && !editor_->MayOverwriteOwnFile()) return false;
+  const std::string text = editor_->Text();
+  const Status status = is_edited ? SaveFile(session_.files, page, text) : unsaved_page_.Write(page, text);
+  if (!status.ok()) {
     Tell(editor_, "Not saved: " + status.reason());
     return false;
   }
@@ -140,9 +150,7 @@ bool Viewers::WriteUnsavedPage() {
   return true;
 }
 
-// The page goes; but not when it is the very file that is edited, which the user let be overwritten.
 void Viewers::EndUnsavedPage() {
-  if (session_.CurrentFile == session_.SavedCurrentFile) unsaved_page_.Keep(session_.CurrentFile);
   unsaved_page_.Delete(session_.CurrentFile);
   session_.CurrentFile = session_.SavedCurrentFile;
 }

@@ -46,7 +46,8 @@ class Viewers : public QObject {
   void ExitWanted();
 
  private:
-  bool LoadBrowser(std::string& started);
+  bool MakeBrowser();
+  std::string StartBrowser();
   std::string StartAddress() const;
   void LoadEditor();
   void ShowEditor();
@@ -71,6 +72,7 @@ class Viewers : public QObject {
   UnsavedPage unsaved_page_;
   BrowserWindow* browser_ = nullptr;
   bool browser_is_missing_ = false;
+  bool browser_is_started_ = false;
   EditorWindow* editor_ = nullptr;
   bool unsaved_is_shown_ =
       false;  // the browser shows the editor's unsaved text, or did so before it was saved
