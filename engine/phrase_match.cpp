@@ -87,7 +87,7 @@ class Candidate {
     bool is_settled = true;  // all that was compared stays as it is
     std::size_t at = equal_;
     for (; at < size_ && at < phrase_.size(); ++at) {
-      is_settled = is_settled && at < doubled_ && !IsBesideBreak(at);
+      is_settled = is_settled && at < doubled_;
       if (made_[at] != phrase_[at]) return is_settled ? PlainComparison::kDifferent : PlainComparison::kOpen;
       if (is_settled) equal_ = at + 1;
     }
@@ -149,11 +149,6 @@ class Candidate {
     return at;
   }
 
-  // Whether the blanks at `at` reach to a break, which will lengthen them.
-  bool IsBesideBreak(std::size_t at) const {
-    return made_[at] == ' ' && RunBefore(size_) <= at && BreakAt(read_) > 0;
-  }
-
   void Halve() {
     std::size_t kept = doubled_;
     std::size_t doubled = kNowhere;
@@ -178,7 +173,7 @@ class Candidate {
       if (window_[read] == ' ') {
         next = EndOfBlanks(read);
         left = (next - read + step_ - 1) / step_;
-        is_settled = is_settled && left == 1 && BreakAt(next) == 0;
+        is_settled = is_settled && left == 1;
       } else {
         is_settled = is_settled && BreakAt(read) == 0;
       }

@@ -166,6 +166,13 @@ TEST_F(Editor, ShowsTheBeginningOfWhatIsTooLong) {
     driver->Press("Gem");
     driver->Press("MainScreen");
     EXPECT_EQ(Said(), Words());
+    site.Write("n.htm", content);
+    Open("n.htm");
+    driver->Press("MainScreen");
+    Open("a.htm");
+    driver->Press("Gem");
+    driver->Press("MainScreen");
+    EXPECT_EQ(Said(), Words{message});
   }
 }
 
@@ -182,6 +189,16 @@ TEST_F(Editor, KeepsTheTextWhereAFileCannotBeRead) {
   TypeAtStart("+");
   driver->Press("Gem");
   EXPECT_EQ(site.Read("a.htm"), "+<P>one\r\ntwo</P>\r\n");
+  TypeAtStart("+");
+  driver->answers = {"ok"};
+  driver->Press("MainScreen");
+  site.Write("c.htm", "");
+  driver->Find<FileList>("filList")->Refresh();
+  std::filesystem::remove(site / "c.htm");
+  driver->ClickItem("filList", "c.htm");
+  Said();
+  driver->Press("MainScreen");
+  EXPECT_EQ(Said(), Words());  // the changes were given up before
 }
 
 TEST_F(Editor, AsksBeforeItOverwritesWhatItDoesNotKnow) {
@@ -255,9 +272,9 @@ TEST_F(Editor, SavesUnderAnotherName) {
   EXPECT_EQ(Shown("Filname"), site / "c.htm");
   EXPECT_EQ(site.Read("a.htm"), "<P>one\r\ntwo</P>\r\n");
   EXPECT_EQ(site.Read("c.htm"), "+<P>one\r\ntwo</P>\r\n");
+  EXPECT_EQ(driver->Find<QListWidget>("filList")->count(), 3);
   driver->Press("MainScreen");
   EXPECT_EQ(Said(), Words());
-  EXPECT_EQ(driver->Find<QListWidget>("filList")->count(), 3);
 }
 
 TEST_F(Editor, LeadsBackToTheMainWindow) {
@@ -307,6 +324,9 @@ TEST_F(Editor, ShowsTheResultsAndComesBack) {
   Open("a.htm");
   ASSERT_TRUE(driver->IsShown("cmdErrorList"));
   TypeAtStart("+");
+  driver->Press("Command2");
+  EXPECT_FALSE(driver->Find("cmdSearch")->isHidden());
+  EditHtml();
   QTest::mouseClick(Box().viewport(), Qt::LeftButton, {}, {5, 5});
   EXPECT_EQ(Shown("lblLine"), "Line 1");
   driver->Press("cmdErrorList");
@@ -398,6 +418,15 @@ TEST_F(Editor, ShowsUnsavedTextInTheBrowserAndTakesItBack) {
   EditHtml();
   EXPECT_EQ(site.Read("a.htm"), "++<P>one\r\ntwo</P>\r\n");
   EXPECT_EQ(Shown("Filname"), site / "Doc0.txt");
+
+  TypeAtStart("+");
+  driver->Press("Command2");
+  EditHtml();
+  driver->answers = {"ok"};
+  driver->Press("MainScreen");
+  Item("menuStartInBrowser").trigger();
+  Open("a.htm");
+  EXPECT_TRUE(driver->Find("Reset")->isEnabled());
 }
 
 TEST_F(Editor, LeavesForeignTemporaryPagesAlone) {
@@ -506,7 +535,10 @@ TEST_F(Editor, TakesUpWhatTheBrowserShows) {
   site.Write("x%20y.htm", "percent");
   site.Write("\xE6.htm", "8-bit name");
   Item("menuStartInBrowser").trigger();
-  Open("b.htm");
+  Open("\xC3\xA6.htm");
+  EditHtml();  // at once, while the box shows a path that is no text
+  EXPECT_EQ(Box().Bytes(), "8-bit name");
+  driver->Press("Command2");
   const std::string root = "file://" + site.path();
   const struct {
     std::string address;
@@ -545,9 +577,12 @@ TEST_F(Editor, TakesUpWhatTheBrowserShows) {
   EXPECT_EQ(Said(), Words{"Cancel dial-up window(s) to complete the \"download\"!"});
   EXPECT_EQ(ShownWindow(), "frmBrowser");
   browser.events->DownloadCompleted();
-  driver->Press("Reset");
-
   driver->Find<ByteTextBox>("UdTxt")->SetBytes("a\r\nb");
+  driver->Find<QComboBox>("cboAddress")->setEditText(QString::fromStdString(site / "b.htm"));
+  EditHtml();
+  EXPECT_TRUE(driver->IsShown("cmdErrorList"));
+  EXPECT_FALSE(driver->Find("cmdUdskriv")->isHidden());
+  driver->Press("MainScreen");
   driver->Choose(2);
   driver->Press("cmdSearch");
   EditHtml();
@@ -658,7 +693,11 @@ TEST_F(Editor, HasKeysAndMenusOfItsOwn) {
     QTest::keyClick(window, Qt::Key_F3);
     return std::exchange(finds, 0);
   };
-  driver->on_dialog = [](QWidget& dialog) { dialog.close(); };
+  driver->on_dialog = [](QWidget& dialog) {
+    EXPECT_TRUE(dialog.findChild<QCheckBox*>("chkTags")->isChecked());
+    EXPECT_FALSE(dialog.findChild<QCheckBox*>("CaseDep")->isChecked());
+    dialog.close();
+  };
   EXPECT_EQ(press_keys(driver->Find("cboSearchSpec")), 0);
   Open("a.htm");
   EXPECT_EQ(press_keys(&Box()), 2);

@@ -1,7 +1,6 @@
 #include "ui/editor/edit_box.h"
 
 #include <QMouseEvent>
-#include <QScopedValueRollback>
 
 #include "ui/shared/fonts.h"
 
@@ -13,21 +12,18 @@ EditBox::EditBox(QWidget* parent) : ByteTextBox(parent) {
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   UseMonospacedFont(false);
   SetTyping(encoding_, line_end_);
-  connect(this, &QPlainTextEdit::cursorPositionChanged, this,
-          [this] { moving_ ? emit CaretPut() : emit CaretMoved(); });
+  connect(this, &QPlainTextEdit::cursorPositionChanged, this, &EditBox::CaretMoved);
 }
 
 void EditBox::Load(std::string_view bytes, PageEncoding encoding, std::string_view line_end) {
   encoding_ = encoding;
   line_end_ = line_end;
   SetTyping(encoding, line_end);
-  const QScopedValueRollback<bool> moving(moving_, true);
   SetBytes(bytes);
   emit CaretPut();
 }
 
 void EditBox::Move(const Selection& selection) {
-  const QScopedValueRollback<bool> moving(moving_, true);
   Select(selection);
   emit CaretPut();
 }

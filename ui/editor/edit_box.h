@@ -34,10 +34,10 @@ class EditBox : public ByteTextBox {
   void UseMonospacedFont(bool monospaced);
 
  signals:
-  /// The user has moved the caret, or pressed the mouse in the text.
+  /// The caret has moved, or the mouse was pressed in the text.
   void CaretMoved();
 
-  /// The program has.
+  /// It was the program that moved it; comes after the other.
   void CaretPut();
 
   /// The user has clicked into the text.
@@ -50,7 +50,6 @@ class EditBox : public ByteTextBox {
  private:
   PageEncoding encoding_ = PageEncoding::kUtf8;
   std::string line_end_ = "\n";
-  bool moving_ = false;  // the program moves the caret
 };
 
 }  // namespace tessaril
