@@ -47,7 +47,7 @@ class PageSearch {
 
  private:
   bool replacing() const { return run_.options.function == Function::kReplace; }
-  void UseLetterCase();
+  LetterCase TakeLetterCase(std::string_view sought);
   std::optional<Occurrence> FindNext();
   void ReplaceUnasked(const Finding& found);
   bool PutToUser(const Occurrence& found);  // false when the user stops
@@ -75,18 +75,17 @@ bool PageSearch::Prepare(const std::string& S, const std::string& R) {
   };
   const std::optional<std::string> sought = SoughtBytes(S, encoding_for(S));
   if (!sought) return false;
-  sought_.emplace(*sought, LetterCase::kFolded);
   R_ = WrittenBytes(R, encoding_for(R));
-  UseLetterCase();
+  sought_.emplace(*sought, TakeLetterCase(*sought));
   return true;
 }
 
-void PageSearch::UseLetterCase() {
+LetterCase PageSearch::TakeLetterCase(std::string_view sought) {
   key_case_ = run_.options.ULcase;
   const LetterCase letter_case = key_case_ ? LetterCase::kExact : LetterCase::kFolded;
-  const std::string_view key = PhraseKey(sought_->text());
-  resume_behind_insert_ = replacing() && ByteSearch(key, letter_case).Find(R_, 1) != ByteSearch::kNone;
-  sought_->UseLetterCase(letter_case);
+  resume_behind_insert_ =
+      replacing() && ByteSearch(PhraseKey(sought), letter_case).Find(R_, 1) != ByteSearch::kNone;
+  return letter_case;
 }
 
 void PageSearch::Run() {
@@ -109,7 +108,7 @@ void PageSearch::Run() {
 }
 
 std::optional<Occurrence> PageSearch::FindNext() {
-  if (key_case_ != run_.options.ULcase) UseLetterCase();
+  if (key_case_ != run_.options.ULcase) sought_->UseLetterCase(TakeLetterCase(sought_->text()));
   const auto found = sought_->FindNext(page_, next_);
   if (!found) return std::nullopt;
   return Occurrence{FindingAt(page_, found->place, found->match.length), found->match.first_break};
