@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "cli/arguments.h"
+#include "engine/version.h"
 
 namespace tessaril {
 namespace {
@@ -89,7 +90,7 @@ const std::vector<ExitStatus>& ExitStatuses() {
 }
 
 std::string VersionText() {
-  return std::string("tsl ") + TESSARIL_VERSION + "\n";
+  return std::string("tsl ") + Version() + "\n";
 }
 
 std::string HelpText(std::string_view command) {
@@ -125,7 +126,7 @@ std::string HelpText(std::string_view command) {
 }
 
 std::string ManPage() {
-  std::string page = std::string(".TH TSL 1 \"\" \"Tessaril ") + TESSARIL_VERSION + "\"\n.SH NAME\ntsl \\- " +
+  std::string page = std::string(".TH TSL 1 \"\" \"Tessaril ") + Version() + "\"\n.SH NAME\ntsl \\- " +
                      Roff(kPurpose) + "\n.SH SYNOPSIS\n";
   for (const FunctionRow& row : AllFunctions()) {
     if (!row.command.empty()) page += ".B tsl " + Roff(CommandLine(row)) + "\n[options]\n.br\n";
