@@ -61,7 +61,7 @@ int main(int argc, char** argv) {
   const int function = std::stoi(argv[5]);
   const std::string text = argc > 6 ? argv[6] : "";
   tessaril::StartUp start_up(argv[3], argv[3], tessaril::BrowserFromPlugin(argv[3]));
-  if (!start_up.Run() || !start_up.OpenFolder(argv[4])) return 2;
+  if (!start_up.Run() || !start_up.Frame().Main().OpenFolder(argv[4])) return 2;
   tessaril::FrameWindow& frame = start_up.Frame();
   frame.show();
   QTimer boxes;

@@ -21,10 +21,10 @@ bool ComesBefore(const std::string& a, const std::string& b) {
 }
 
 std::vector<std::string> TakeNames(std::vector<FolderEntry>& entries, EntryKind kind,
-                                   const FileFilter* filter) {
+                                   const FileFilter* filter, std::string_view marked) {
   std::vector<std::string> names;
   for (FolderEntry& entry : entries) {
-    if (entry.kind != kind || entry.name.starts_with('.')) continue;
+    if (entry.kind != kind || (entry.name.starts_with('.') && entry.name != marked)) continue;
     if (filter != nullptr && !filter->Lists(entry.name)) continue;
     names.push_back(std::move(entry.name));
   }
@@ -35,11 +35,12 @@ std::vector<std::string> TakeNames(std::vector<FolderEntry>& entries, EntryKind 
 }  // namespace
 
 std::vector<std::string> TakeFolderNames(std::vector<FolderEntry>& entries) {
-  return TakeNames(entries, EntryKind::kFolder, nullptr);
+  return TakeNames(entries, EntryKind::kFolder, nullptr, {});
 }
 
-std::vector<std::string> TakeFileNames(std::vector<FolderEntry>& entries, const FileFilter& filter) {
-  return TakeNames(entries, EntryKind::kFile, &filter);
+std::vector<std::string> TakeFileNames(std::vector<FolderEntry>& entries, const FileFilter& filter,
+                                       std::string_view marked) {
+  return TakeNames(entries, EntryKind::kFile, &filter, marked);
 }
 
 }  // namespace tessaril

@@ -2,6 +2,7 @@
 #define TESSARIL_ENGINE_FOLDER_NAMES_H_
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/file_filter.h"
@@ -15,8 +16,9 @@ namespace tessaril {
 /// The subfolders; a symbolic link to a folder is none.
 std::vector<std::string> TakeFolderNames(std::vector<FolderEntry>& entries);
 
-/// The files that a filter lists.
-std::vector<std::string> TakeFileNames(std::vector<FolderEntry>& entries, const FileFilter& filter);
+/// The files that a filter lists. `marked` is not left out for a dot.
+std::vector<std::string> TakeFileNames(std::vector<FolderEntry>& entries, const FileFilter& filter,
+                                       std::string_view marked = {});
 
 }  // namespace tessaril
 

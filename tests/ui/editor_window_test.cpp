@@ -166,7 +166,7 @@ TEST_F(Editor, AsksBeforeItOverwritesWhatItDoesNotKnow) {
 
 TEST_F(Editor, TellsWhatCouldNotBeSaved) {
   site.Write("sub/n.htm", "text");
-  driver->start_up->OpenFolder(site.path());
+  driver->start_up->Frame().Main().OpenFolder(site.path());
   driver->ClickItem("dirList", "sub");
   Open("n.htm");
   TypeAtStart("+");

@@ -332,7 +332,7 @@ TEST_F(WindowWays, StaysWhereThereIsNoBrowser) {
 
 TEST_F(WindowWays, LeavesNothingBehindAtTheEnd) {
   site.Write("sub/n.htm", "text");
-  driver->start_up->OpenFolder(site / "sub");
+  driver->start_up->Frame().Main().OpenFolder(site / "sub");
   Open("n.htm");
   TypeAtStart("+");
   driver->Press("Command2");

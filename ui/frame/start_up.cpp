@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/command_line.h"
 #include "engine/paths.h"
 #include "engine/start_places.h"
 #include "ui/shared/message_boxes.h"
@@ -18,7 +19,8 @@ StartUp::StartUp(const std::string& program_folder, const std::string& user_fold
   session_.ProgramFolder = program_folder;
 }
 
-bool StartUp::Run() {
+bool StartUp::Run(const std::vector<std::string>& arguments) {
+  session_.CommandLine = CommandLineOf(arguments, session_.files);
   const Settings settings = settings_file_.Load();
   session_.LastDir = settings.LastDir;
   session_.PrinterFontSize = settings.PrinterFontSize;
@@ -41,10 +43,6 @@ void StartUp::EnterFirstFolder() {
   const bool is_path = session_.LastDir.starts_with(kSeparator);
   if (is_path && session_.files.EnterFolder(AbsolutePath("/", session_.LastDir)).ok()) return;
   session_.LastDir = JoinPath(session_.files.CurrentFolder(), "");
-}
-
-bool StartUp::OpenFolder(const std::string& folder) {
-  return frame_.Main().OpenFolder(folder) && session_.files.EnterFolder(folder).ok();
 }
 
 }  // namespace tessaril

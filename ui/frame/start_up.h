@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "settings/settings_file.h"
 #include "settings/temporary_page.h"
@@ -19,14 +20,12 @@ class StartUp {
   /// for the browser window.
   StartUp(const std::string& program_folder, const std::string& user_folder, MakeBrowserControl make_browser);
 
-  /// Reads settings and entity data and makes the windows, which are not shown yet. False, when a message
-  /// has told what is missing, ends the program; nothing is saved then.
-  bool Run();
+  /// Reads settings and entity data and makes the windows, which are not shown yet. The main window opens
+  /// what `arguments` name as soon as events are handled. False, when a message has told what is missing,
+  /// ends the program; nothing is saved then.
+  bool Run(const std::vector<std::string>& arguments = {});
 
   FrameWindow& Frame() { return frame_; }
-
-  /// Opens a folder named on the command line; false when it cannot be opened.
-  bool OpenFolder(const std::string& folder);
 
  private:
   void EnterFirstFolder();

@@ -1,5 +1,6 @@
 #include "ui/main/file_list.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <utility>
 #include <vector>
@@ -18,6 +19,11 @@ constexpr int kNameRole = Qt::UserRole;  // bytes
 FileList::FileList(Files& files, QWidget* parent) : QListWidget(parent), files_(files) {
   connect(this, &QListWidget::itemClicked, this, &FileList::Clicked);
   connect(this, &QListWidget::itemDoubleClicked, this, &FileList::DoubleClicked);
+  // Not in the middle of a double click, the second press of which would meet another file.
+  leaves_out_.setSingleShot(true);
+  connect(&leaves_out_, &QTimer::timeout, this, &FileList::LeaveOutUnselected);
+  connect(this, &QListWidget::itemSelectionChanged, this,
+          [this] { leaves_out_.start(2 * QApplication::doubleClickInterval()); });
 }
 
 void FileList::SetFolder(const std::string& folder) {
@@ -31,16 +37,24 @@ void FileList::SetPattern(const std::string& pattern) {
   Refresh();
 }
 
-void FileList::Refresh() {
-  const std::string selected = Selected();
+void FileList::List(const std::string& selected) {
   std::vector<FolderEntry> entries;
   FileStamp stamp;
   (void)files_.ListFolder(folder_, entries, stamp);  // what could be read is shown
   clear();
-  for (const std::string& name : TakeFileNames(entries, FileFilter(pattern_))) {
+  for (const std::string& name : TakeFileNames(entries, FileFilter(pattern_), selected)) {
     auto* const entry = new QListWidgetItem(Shown(name), this);
     entry->setData(kNameRole, QByteArray::fromStdString(name));
     if (name == selected) setCurrentItem(entry);
+  }
+}
+
+// A file that was listed only because it was selected.
+void FileList::LeaveOutUnselected() {
+  const std::string selected = Selected();
+  for (int row = count() - 1; row >= 0; --row) {
+    const QByteArray name = item(row)->data(kNameRole).toByteArray();
+    if (name.startsWith('.') && name.toStdString() != selected) delete takeItem(row);
   }
 }
 

@@ -2,6 +2,7 @@
 #define TESSARIL_UI_MAIN_FILE_LIST_H_
 
 #include <QListWidget>
+#include <QTimer>
 #include <string>
 
 #include "engine/files.h"
@@ -23,7 +24,11 @@ class FileList : public QListWidget {
   void SetPattern(const std::string& pattern);
 
   /// Reads the folder again, keeping the selection by its name.
-  void Refresh();
+  void Refresh() { List(Selected()); }
+
+  /// Selects a file by its name. It is listed as long as it is selected, also when its name begins with a
+  /// dot.
+  void Select(const std::string& name) { List(name); }
 
   /// Name of the selected file; empty when none is.
   std::string Selected() const;
@@ -37,9 +42,13 @@ class FileList : public QListWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  void List(const std::string& selected);
+  void LeaveOutUnselected();
+
   Files& files_;
   std::string folder_;
   std::string pattern_;
+  QTimer leaves_out_;
 };
 
 }  // namespace tessaril

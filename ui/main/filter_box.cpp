@@ -1,7 +1,9 @@
 #include "ui/main/filter_box.h"
 
 #include <QLineEdit>
+#include <algorithm>
 
+#include "engine/file_filter.h"
 #include "ui/shared/texts.h"
 
 namespace tessaril {
@@ -38,6 +40,12 @@ FilterBox::FilterBox(QWidget* parent) : QComboBox(parent) {
 
 std::string FilterBox::Text() const {
   return Entered(currentText());
+}
+
+void FilterBox::TakeFilterFor(const std::string& name) {
+  const auto* const row =
+      std::ranges::find_if(kRows, [&name](const Row& r) { return FileFilter(r.filter).Lists(name); });
+  if (row != std::end(kRows)) setCurrentIndex(static_cast<int>(row - kRows));
 }
 
 std::optional<Viewer> FilterBox::ViewerFor(const std::string& filter) {

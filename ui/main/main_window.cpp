@@ -50,6 +50,10 @@ MainWindow::MainWindow(Session& session, Program& program, QWidget* parent)
   setTabOrder(cmdExit, Picture2.UdTxt);  // all others are made in their order
   PlaceBtn();
   Picture1.cboSearchSpec->setFocus();
+  Timer1 = new QTimer(this);
+  Timer1->setObjectName("Timer1");
+  connect(Timer1, &QTimer::timeout, this, &MainWindow::OpenCommandLine);
+  if (!session_.CommandLine.empty()) Timer1->start(1);
 }
 
 void MainWindow::Connect() {

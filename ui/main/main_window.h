@@ -2,6 +2,7 @@
 #define TESSARIL_UI_MAIN_MAIN_WINDOW_H_
 
 #include <QPushButton>
+#include <QTimer>
 #include <QWidget>
 #include <string>
 
@@ -103,6 +104,9 @@ class MainWindow : public QWidget, private RunStage {
   void PlaceBtn();
   RunEnd Run();
   RunOptions TakeOptions() const;
+  void OpenCommandLine();
+  bool OpenAndEnter(const std::string& folder);
+  void MarkFile(const std::string& name);
   bool IsChosen(Function function) const { return Picture1.Option1->Selected() == function; }
 
   Session& session_;
@@ -117,6 +121,7 @@ class MainWindow : public QWidget, private RunStage {
   RunState state_;
   RunOptions options_;
   WindowHost host_;
+  QTimer* Timer1;                           // idle while its interval is 0
   Function applied_ = Function::kEntities;  // the function that the panel is set up for
   bool running_ = false;
   bool folder_only_opened_ = false;  // the last press of Search did no more than that

@@ -20,13 +20,6 @@ std::string UserFolder() {
   return QFile::encodeName(folder).toStdString();
 }
 
-// A folder as argument is opened.
-void OpenArgument(tessaril::StartUp& start_up, const char* argument) {
-  std::string folder;
-  if (tessaril::MakeAbsolute(argument, folder).ok() && start_up.OpenFolder(folder)) return;
-  std::cerr << "tessaril: " << argument << ": cannot be opened as a folder\n";
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -36,15 +29,14 @@ int main(int argc, char** argv) {
     return kExitFailure;
   }
   tessaril::PrepareForBrowser(program_folder);
-  QApplication application(argc, argv);
+  QApplication application(argc, argv);  // takes out what is the toolkit's own
   QApplication::setApplicationName("tessaril");
   QApplication::setQuitOnLastWindowClosed(false);
   tessaril::StartUp start_up(program_folder, UserFolder(), tessaril::BrowserFromPlugin(program_folder));
-  if (!start_up.Run()) return kExitFailure;
+  if (!start_up.Run({argv + 1, argv + argc})) return kExitFailure;
   const auto leave = [&start_up] { start_up.Frame().LeaveUnattended(); };
   tessaril::OnEndSignal(leave);
   QObject::connect(&application, &QGuiApplication::commitDataRequest, leave);
-  if (argc > 1) OpenArgument(start_up, argv[1]);
   start_up.Frame().show();
   return QApplication::exec();
 }

@@ -12,6 +12,7 @@ namespace tessaril {
 struct Session {
   DiskFiles files;  // its current folder is the program's
   Entities entities;
+  std::string CommandLine;    // what the program was started with; empty for nothing
   std::string ProgramFolder;  // no separator at its end
   std::string LastDir;  // the last folder used; with a separator at its end as long as it is from the file
   std::string PrinterFontName;     // UTF-8

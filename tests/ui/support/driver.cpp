@@ -16,7 +16,8 @@
 
 namespace tessaril {
 
-Driver::Driver(const std::string& folder, const std::string& settings, MakeBrowserControl make_browser) {
+Driver::Driver(const std::string& command_line, const std::string& settings,
+               MakeBrowserControl make_browser) {
   for (const char* const name : {"alphatg1.dat", "alphatg2.dat"}) {
     std::filesystem::copy_file(std::string(ENTITY_DATA) + "/" + name, program / name);
   }
@@ -24,9 +25,10 @@ Driver::Driver(const std::string& folder, const std::string& settings, MakeBrows
   LookForDialog();
   start_up = std::make_unique<StartUp>(program.path(), program / "user",
                                        make_browser ? make_browser : BrowserFromPlugin(program.path()));
-  if (!start_up->Run()) throw std::runtime_error("start-up");
-  if (!folder.empty()) start_up->OpenFolder(folder);
+  if (!start_up->Run({command_line})) throw std::runtime_error("start-up");
   start_up->Frame().show();
+  const QTimer& timer = *Find<QTimer>("Timer1");
+  if (!QTest::qWaitFor([&timer] { return !timer.isActive(); })) throw std::runtime_error("not started");
   Activate();
 }
 

@@ -19,9 +19,9 @@ namespace tessaril {
 /// settings.
 class Driver {
  public:
-  /// Starts the program on a folder; `settings` is the content of its settings file, none when empty. Without
-  /// `make_browser` there is no browser component.
-  explicit Driver(const std::string& folder, const std::string& settings = {},
+  /// Starts the program on a folder or file; `settings` is the content of its settings file, none when empty.
+  /// Without `make_browser` there is no browser component.
+  explicit Driver(const std::string& command_line, const std::string& settings = {},
                   MakeBrowserControl make_browser = {});
   ~Driver();
 
