@@ -211,6 +211,8 @@ void LookIntoBrowser(const std::function<void(QWidget&)>& look) {
   visitor.browser.events->StatusTextChanged(QString(200, 'w'));
   visitor.browser.events->ProgressChanged(-1, 100);
   look(visitor.driver->start_up->Frame());
+  visitor.driver->start_up->Frame().findChild<QAction*>("menu1About")->trigger();
+  look(*visitor.driver->Find("frmAbout"));
 }
 
 TEST(Looks, AreGoodWithSmallAndLargeLetters) {

@@ -58,6 +58,8 @@ class EditorWindow : public QWidget {
   void PrintingWanted(const std::string& text, const std::string& title);
   void PrinterFontWanted();
   void ExitWanted();
+  void HelpWanted();
+  void AboutBoxWanted();
 
   /// The text is in its file.
   void Saved();

@@ -11,6 +11,8 @@
 #include <iostream>
 #include <utility>
 
+#include "ui/frame/help.h"
+#include "ui/frame/system_info.h"
 #include "ui/printing/print_text.h"
 #include "ui/printing/printer_font.h"
 #include "ui/shared/byte_text_box.h"
@@ -80,6 +82,8 @@ void FrameWindow::Open(const Settings& settings) {
   connect(viewers_.get(), &Viewers::EditorMade, this, &FrameWindow::AddMenusOf);
   connect(viewers_.get(), &Viewers::PrinterFontWanted, this, &FrameWindow::ChooseFont);
   connect(viewers_.get(), &Viewers::ExitWanted, this, &FrameWindow::Exit);
+  connect(viewers_.get(), &Viewers::HelpWanted, this, &FrameWindow::Help);
+  connect(viewers_.get(), &Viewers::AboutBoxWanted, this, &FrameWindow::ShowAboutBox);
   connect(main_, &MainWindow::RunEnded, this, [this] {
     if (leaving_) Finish();
   });
@@ -113,8 +117,8 @@ void FrameWindow::MakeMenus() {
   menu0Help->setObjectName("menu0Help");
   QAction* const menuHelp = AddItem(*menu0Help, "menuHelp", "&Help");
   menuHelp->setShortcut(Qt::Key_F1);
-  menuHelp->setEnabled(false);
-  AddItem(*menu0Help, "menu1About", "&About")->setEnabled(false);
+  connect(menuHelp, &QAction::triggered, this, &FrameWindow::Help);
+  connect(AddItem(*menu0Help, "menu1About", "&About"), &QAction::triggered, this, &FrameWindow::ShowAboutBox);
   menus_ = {menuMisc, menu0Help};
   connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
           [this] { menuBar()->setActiveAction(ShownMenus().first()->menuAction()); });
@@ -122,6 +126,21 @@ void FrameWindow::MakeMenus() {
 
 void FrameWindow::ChooseFont() {
   if (ChoosePrinterFont(this, session_)) SaveSettings();
+}
+
+void FrameWindow::Help() {
+  if (const Status status = ShowHelp(session_.ProgramFolder); !status.ok()) Tell(this, status.reason());
+}
+
+// There is one at most.
+void FrameWindow::ShowAboutBox() {
+  if (about_ == nullptr) {
+    about_ = new AboutBox(this);
+    connect(about_, &AboutBox::SystemInfoWanted, about_, [this] { StartSysInfo(about_); });
+  }
+  about_->showNormal();
+  about_->raise();
+  about_->activateWindow();
 }
 
 void FrameWindow::AddMenusOf(const QWidget* child, const QList<QMenu*>& menus) {

@@ -5,11 +5,13 @@
 #include <QList>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 #include <map>
 #include <memory>
 
 #include "settings/settings_file.h"
 #include "settings/temporary_page.h"
+#include "ui/dialogs/about_box.h"
 #include "ui/frame/child_area.h"
 #include "ui/frame/viewers.h"
 #include "ui/main/main_window.h"
@@ -69,6 +71,8 @@ class FrameWindow : public QMainWindow, private Program {
   const QList<QMenu*>& ShownMenus() const;
   void ShowMenus();
   void ChooseFont();
+  void Help();
+  void ShowAboutBox();
   void ShowCaption();
   void Exit();
   void Finish();
@@ -88,6 +92,7 @@ class FrameWindow : public QMainWindow, private Program {
   QAction* menu0Monospaced = nullptr;
   QAction* menuStartInBrowser = nullptr;
   QAction* menuStartInEditor = nullptr;
+  QPointer<AboutBox> about_;
   bool browser_is_missing_ = false;
   bool save_failure_told_ = false;
   bool unattended_ = false;

@@ -78,6 +78,8 @@ void Viewers::LoadEditor() {
           [this](const std::string& text, const std::string& title) { program_.Print(text, title); });
   connect(editor_, &EditorWindow::PrinterFontWanted, this, &Viewers::PrinterFontWanted);
   connect(editor_, &EditorWindow::ExitWanted, this, &Viewers::ExitWanted);
+  connect(editor_, &EditorWindow::HelpWanted, this, &Viewers::HelpWanted);
+  connect(editor_, &EditorWindow::AboutBoxWanted, this, &Viewers::AboutBoxWanted);
   connect(editor_, &EditorWindow::NewBegun, this, [this] { ShowUnsaved(false); });
   connect(editor_, &EditorWindow::Saved, this, [this] {
     ShowUnsaved(false);

@@ -44,6 +44,8 @@ class Viewers : public QObject {
 
   void PrinterFontWanted();
   void ExitWanted();
+  void HelpWanted();
+  void AboutBoxWanted();
 
  private:
   bool MakeBrowser();

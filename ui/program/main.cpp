@@ -5,9 +5,11 @@
 #include <iostream>
 
 #include "engine/start_places.h"
+#include "engine/version.h"
 #include "ui/browser/browser_plugin.h"
 #include "ui/frame/end_signals.h"
 #include "ui/frame/start_up.h"
+#include "ui/shared/program_icon.h"
 
 namespace {
 
@@ -31,6 +33,9 @@ int main(int argc, char** argv) {
   tessaril::PrepareForBrowser(program_folder);
   QApplication application(argc, argv);  // takes out what is the toolkit's own
   QApplication::setApplicationName("tessaril");
+  QApplication::setApplicationVersion(tessaril::Version());
+  QApplication::setDesktopFileName("tessaril");
+  QApplication::setWindowIcon(tessaril::ProgramIcon());
   QApplication::setQuitOnLastWindowClosed(false);
   tessaril::StartUp start_up(program_folder, UserFolder(), tessaril::BrowserFromPlugin(program_folder));
   if (!start_up.Run({argv + 1, argv + argc})) return kExitFailure;
