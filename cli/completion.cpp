@@ -1,0 +1,81 @@
+#include "cli/completion.h"
+
+#include <string_view>
+
+#include "cli/arguments.h"
+#include "engine/functions.h"
+
+namespace tessaril {
+namespace {
+
+constexpr std::string_view kScript =
+    R"(# Completes the command lines of tsl. Made from the tables of the program.
+
+_tsl() {
+  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command= i
+  COMPREPLY=()
+  for ((i = 1; i < COMP_CWORD; i++)); do
+    [[ ${COMP_WORDS[i]} == -- ]] && { compopt -o filenames; mapfile -t COMPREPLY < <(compgen -f -- "$word"); return; }
+    [[ -n $command ]] || case ${COMP_WORDS[i]} in @COMMANDS@) command=${COMP_WORDS[i]} ;; esac
+  done
+  case $before in
+    @FOLDERS@) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -d -- "$word"); return ;;
+    @FILES@) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -f -- "$word"); return ;;
+    @OTHERS@) return ;;
+  esac
+  case $command in
+    '') mapfile -t COMPREPLY < <(compgen -W '--help --version @WORDS@' -- "$word"); return ;;
+)";
+
+constexpr std::string_view kEnd = R"(  esac
+  [[ $word == -* ]] && { mapfile -t COMPREPLY < <(compgen -W "$options --help" -- "$word"); return; }
+  compopt -o filenames
+  mapfile -t COMPREPLY < <(compgen -f -- "$word")
+}
+complete -F _tsl tsl
+)";
+
+void Replace(std::string& script, std::string_view word, const std::string& by) {
+  script.replace(script.find(word), word.size(), by);
+}
+
+void Append(std::string& list, std::string_view separator, std::string_view word) {
+  list += (list.empty() ? "" : std::string(separator)) + std::string(word);
+}
+
+// The options that take a value of this kind, as a pattern; any other kind when it is empty.
+std::string OptionsWith(std::string_view value) {
+  std::string names;
+  for (const OptionRow& option : AllOptions()) {
+    const bool is_other = option.value != "DIR" && option.value != "FILE" && !option.value.empty();
+    if (value.empty() ? is_other : option.value == value) Append(names, "|", option.name);
+  }
+  return names;
+}
+
+}  // namespace
+
+std::string BashCompletion() {
+  std::string script(kScript);
+  std::string commands;
+  std::string words;
+  std::string cases;
+  for (const FunctionRow& row : AllFunctions()) {
+    if (row.command.empty()) continue;
+    Append(commands, "|", row.command);
+    Append(words, " ", row.command);
+    std::string options;
+    for (const OptionRow& option : AllOptions()) {
+      if (Applies(option, row.function)) Append(options, " ", option.name);
+    }
+    cases += "    " + std::string(row.command) + ") local options='" + options + "' ;;\n";
+  }
+  Replace(script, "@COMMANDS@", commands);
+  Replace(script, "@FOLDERS@", OptionsWith("DIR"));
+  Replace(script, "@FILES@", OptionsWith("FILE"));
+  Replace(script, "@OTHERS@", OptionsWith(""));
+  Replace(script, "@WORDS@", words);
+  return script + cases + std::string(kEnd);
+}
+
+}  // namespace tessaril
