@@ -59,7 +59,7 @@ TEST_F(HelpAndAbout, StartsTheFirstViewerOfTheHelp) {
   Driver driver(site.path());
   FrameWindow& frame = driver.start_up->Frame();
   const std::string book = driver.program / "TSLhelp.chm";
-  const std::string page = driver.program / "help/index.htm";
+  const std::string page = driver.program / "help/index.html";
   const auto press_f1 = [&] {
     driver.Activate();
     QTest::keyClick(&frame, Qt::Key_F1);
@@ -68,7 +68,7 @@ TEST_F(HelpAndAbout, StartsTheFirstViewerOfTheHelp) {
   press_f1();
   EXPECT_EQ(driver.LastSaid(), "Can't find " + book);
   driver.program.Write("TSLhelp.chm", "");
-  driver.program.Write("help/index.htm", "");
+  driver.program.Write("help/index.html", "");
   const struct {
     std::vector<std::string> installed;
     std::string started;

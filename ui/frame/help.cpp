@@ -28,7 +28,7 @@ bool OpenByDesktop(const QString& file) {
 Status ShowHelp(const std::string& program_folder) {
   const std::string help_file = JoinPath(program_folder, "TSLhelp.chm");
   const QString book = QFile::decodeName(help_file.c_str());
-  const QString page = QFile::decodeName(JoinPath(program_folder, "help/index.htm").c_str());
+  const QString page = QFile::decodeName(JoinPath(program_folder, "help/index.html").c_str());
   if (QFile::exists(book) && OpenInViewer(book)) return {};
   if (QFile::exists(page) && OpenByDesktop(page)) return {};
   if (!QFile::exists(book)) return Status::Failure("Can't find " + help_file);

@@ -8,7 +8,7 @@
 namespace tessaril {
 
 /// Shows the help of the program's folder, "TSLhelp.chm", in the first viewer for such files that there is;
-/// without one the same pages, "help/index.htm", in whatever the desktop opens pages with. Nothing is waited
+/// without one the same pages, "help/index.html", in whatever the desktop opens pages with. Nothing is waited
 /// for. Fails when none of them starts.
 Status ShowHelp(const std::string& program_folder);
 
