@@ -1,0 +1,84 @@
+#!/usr/bin/env bash
+# Installs the program into scratch folders, both in a folder of its own and as Debian packages, starts both programs there,
+# and removes it again. Looks over what goes with it by the desktop's and Debian's own tools.
+# Usage: tests/install_test.sh BUILD
+set -euo pipefail
+build=$1
+export LC_ALL=C QT_QPA_PLATFORM=offscreen DEBIAN_FRONTEND=noninteractive
+for tool in appstreamcli desktop-file-validate dpkg-shlibdeps fakeroot lintian man; do
+  command -v $tool >/dev/null || { echo "$tool is not installed" >&2; exit 77; }
+done
+scratch=$(mktemp -d)
+manifest=$build/install_manifest.txt # of whoever installed this build in earnest
+clean_up() {
+  rm -f "$manifest"
+  [ ! -e "$scratch/manifest" ] || mv "$scratch/manifest" "$manifest"
+  rm -rf "$scratch"
+}
+trap clean_up EXIT
+[ ! -e "$manifest" ] || mv "$manifest" "$scratch/manifest"
+
+fail() { echo "$*" >&2; exit 1; }
+
+mkdir "$scratch/site"
+echo '<A HREF="missing.htm">x</A>' > "$scratch/site/index.htm"
+
+# check_starts PREFIX: both programs run from there.
+check_starts() {
+  local prefix=$1 pid ended=0
+  "$prefix/bin/tsl" --version | grep -q '^tsl [0-9.]*$' || fail "$prefix: no version"
+  "$prefix/bin/tsl" entities "$scratch/site" >/dev/null || fail "$prefix: tsl does not find its data"
+  ! ldd "$prefix"/lib/tessaril/*.so | grep 'not found' || fail "$prefix: libraries are missing"
+  "$prefix/bin/tessaril" "$scratch/site/index.htm" & pid=$!
+  for _ in {1..200}; do # until it takes the wish to end for one
+    [ -e /proc/$pid ] || break
+    [ $((0x$(sed -n 's/^SigCgt:[[:space:]]*//p' /proc/$pid/status) >> 14 & 1)) -eq 0 ] || break
+    sleep 0.1
+  done
+  kill -TERM $pid || fail "$prefix: tessaril does not start"
+  wait $pid || ended=$?
+  [ $ended -eq 0 ] || fail "$prefix: tessaril ends with $ended"
+  grep -q '^   LastDir = ' "$prefix/lib/tessaril/TSL32.ini" || fail "$prefix: no settings"
+}
+
+# check_files PREFIX: what the desktop and the shell look for.
+check_files() {
+  local share=$1/share page
+  desktop-file-validate "$share/applications/tessaril.desktop"
+  appstreamcli validate --no-net "$share"/metainfo/*.xml >/dev/null
+  bash -n "$share/bash-completion/completions/tsl"
+  for page in "$share"/man/man1/*.gz; do
+    [ -z "$(man --warnings -E UTF-8 -l -Tutf8 "$page" 2>&1 >/dev/null)" ] || fail "$page: not well written"
+  done
+  [ "$(find "$share/icons" -name 'tessaril.*' | wc -l)" -eq 9 ] || fail "icons are missing"
+}
+
+# What is left of files.
+left() { (cd "$1" && find . -not -type d -not -path './var/*' | sort | paste -sd' '); }
+
+cmake --install "$build" --prefix "$scratch/home" >/dev/null
+check_files "$scratch/home"
+mv "$scratch/home" "$scratch/other place" # it needs nothing of where it was
+check_starts "$scratch/other place"
+mv "$scratch/other place" "$scratch/home"
+cmake --build "$build" --target uninstall >/dev/null
+[ "$(left "$scratch/home")" = ./lib/tessaril/TSL32.ini ] || fail "left: $(left "$scratch/home")"
+
+cpack --config "$build/CPackConfig.cmake" -B "$scratch/packages" >/dev/null
+packages=("$scratch"/packages/*.deb)
+lintian --fail-on error "${packages[@]}" >&2
+root=$scratch/root
+mkdir -p "$root"/var/lib/dpkg/{info,updates,triggers} "$scratch/tools"
+touch "$root"/var/lib/dpkg/{status,available}
+ln -s "$(command -v true)" "$scratch/tools/ldconfig" # this system's libraries stay as they are
+debian() {
+  PATH=$scratch/tools:$PATH fakeroot dpkg --root="$root" --log=/dev/null --force-depends --force-script-chrootless "$@" \
+    >/dev/null 2>&1
+}
+debian --install "${packages[@]}"
+check_files "$root/usr"
+check_starts "$root/usr"
+debian --remove tessaril-browser tessaril
+debian --purge tessaril-browser tessaril
+[ -z "$(left "$root")" ] || fail "left: $(left "$root")"
+[ ! -e "$root/usr/lib/tessaril" ] || fail "the program's folder is left"
