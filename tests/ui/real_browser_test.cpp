@@ -239,13 +239,26 @@ TEST_F(RealBrowser, PrintsPagesAndDocuments) {
   EXPECT_EQ(print(), "the first page on");
 }
 
+// A page of the disk shows what belongs to it; its scripts read nothing of that, nor any other file.
 TEST_F(RealBrowser, KeepsPagesFromTheUsersFiles) {
   WebServer server;
   site.Write("secret.txt", "secret");
+  site.Write("look.css", "P { font-size: 40px }");
+  site.Write("more.js", "more = 'script'");
+  std::filesystem::copy_file(EXAMPLE_SITE "/images/paper.gif", site / "paper.gif");
   const std::string secret = "file://" + (site / "secret.txt");
-  const std::string tries = "<TITLE>Trying</TITLE><IFRAME ID=f SRC='" + secret + R"('></IFRAME><SCRIPT>
+  const std::string tries =
+      "<TITLE>Trying</TITLE><LINK REL=stylesheet HREF=look.css><SCRIPT SRC=more.js></SCRIPT>"
+      "<P ID=p>text</P><IMG ID=i SRC=paper.gif><IFRAME ID=f SRC='" +
+      secret + R"('></IFRAME><SCRIPT>
     onload = async () => {
-      let got = '';
+      let got = getComputedStyle(p).fontSize + i.naturalWidth + (window.more || '');
+      try {
+        const canvas = document.createElement('canvas');
+        canvas.getContext('2d').drawImage(i, 0, 0);
+        canvas.toDataURL();
+        got += 'picture';
+      } catch { }
       const add = text => { got += text; };
       await fetch('SECRET').then(reply => reply.text()).then(add, () => add('-'));
       await new Promise(done => {
@@ -267,10 +280,13 @@ TEST_F(RealBrowser, KeepsPagesFromTheUsersFiles) {
   const std::string page = QString::fromStdString(tries).replace("SECRET", secret.c_str()).toStdString();
   site.Write("local.htm", page);
   server.answers["/far.htm"] = {page};
-  for (const QString& address : {FileAddressOf("local.htm"), server / "far.htm"}) {
+  const QString local = FileAddressOf("local.htm");
+  const QString far = server / "far.htm";
+  for (const QString& address : {local, far, local, local}) {
     Go(address);
     EXPECT_TRUE(Soon([&] { return Text("StatusBar1_3").startsWith("Got"); }));
-    EXPECT_EQ(Text("StatusBar1_3"), "Got ---denied");
+    EXPECT_EQ(Text("StatusBar1_3"),
+              address == local ? "Got 40px8script---denied" : "Got 16px0---denied");
     EXPECT_TRUE(GoesTo("first.htm", "First"));
   }
   server.answers["/link.htm"] = {"<TITLE>Link</TITLE><A HREF='" + secret +

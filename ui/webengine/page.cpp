@@ -14,7 +14,8 @@ Page::Page(QWebEngineProfile* profile) : QWebEnginePage(profile) {
     Settings::WebAttribute attribute;
     bool on;
   } rules[] = {
-      {Settings::LocalContentCanAccessFileUrls, false},
+      {Settings::LocalContentCanAccessFileUrls,
+       true},  // its pictures, style sheets, frames; see MakeWithFilesApart
       {Settings::LocalContentCanAccessRemoteUrls, true},  // pictures of other servers in a local page
       {Settings::JavascriptCanOpenWindows, false},        // without a click
       {Settings::JavascriptCanAccessClipboard, false},
