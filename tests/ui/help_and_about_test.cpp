@@ -10,6 +10,7 @@
 #include "tests/ui/support/recorded_browser.h"
 #include "ui/dialogs/about_box.h"
 #include "ui/frame/registry.h"
+#include "ui/shared/place.h"
 
 // Help, about box and system information, with other programs that only note how they were started.
 
@@ -64,7 +65,7 @@ TEST_F(HelpAndAbout, StartsTheFirstViewerOfTheHelp) {
     driver.Activate();
     QTest::keyClick(&frame, Qt::Key_F1);
   };
-  Install("xchm");
+  InstallOnly({"xchm", "xdg-open"});
   press_f1();
   EXPECT_EQ(driver.LastSaid(), "Can't find " + book);
   driver.program.Write("TSLhelp.chm", "");
@@ -88,11 +89,16 @@ TEST_F(HelpAndAbout, StartsTheFirstViewerOfTheHelp) {
   EXPECT_EQ(Started(), "<xdg-open>\n<" + page + ">\n");
   EXPECT_EQ(driver.said.size(), 1u);
   driver.program.Write("TSLhelp.chm", "");
+  const std::string cannot =
+      "Can't show " + book + "\nbecause no program that shows such files (xchm, for example) is installed!";
+  programs.Write("xdg-open", "#!/bin/sh\nexit 3\n");
+  fs::permissions(programs / "xdg-open", fs::perms::owner_all);
+  press_f1();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return driver.LastSaid() == cannot; }));
+  driver.said.clear();
   InstallOnly({});
   press_f1();
-  EXPECT_EQ(
-      driver.LastSaid(),
-      "Can't show " + book + "\nbecause no program that shows such files (xchm, for example) is installed!");
+  EXPECT_EQ(driver.LastSaid(), cannot);
 }
 
 TEST_F(HelpAndAbout, AreThereInAllThreeWindows) {
@@ -128,14 +134,23 @@ TEST_F(HelpAndAbout, ShowsOneBoxThatDestroysItself) {
   AboutBox* const box = choose();
   EXPECT_FALSE(box->isModal());
   EXPECT_EQ(box->windowTitle(), "About Tessaril");
-  const auto text = [box](const char* label) { return box->findChild<QLabel*>(label)->text(); };
+  const auto text = [box](const char* control) {
+    return box->findChild<QWidget*>(control)->property("text").toString().toStdString();
+  };
   EXPECT_EQ(text("lblTitle"), "Tessaril");
-  EXPECT_EQ("tsl" + text("lblVersion").toStdString().substr(7) + "\n", RunTsl({"--version"}).out);
-  EXPECT_EQ(text("lblDescription").count('\n'), 5);
-  EXPECT_EQ(box->findChild<QLabel*>("picIcon")->pixmap().isNull(), false);
-  const QSize size = box->size();
+  EXPECT_EQ("tsl " + text("lblVersion").substr(text("lblVersion").find(' ') + 1) + "\n",
+            RunTsl({"--version"}).out);
+  EXPECT_TRUE(text("lblVersion").starts_with("Version "));
+  EXPECT_EQ(text("lblDescription"),
+            "The webmasters' best friend!\n\nHelps you ...\n"
+            "- repairing internal/external dead links and bad &xxxx; type tags.\n"
+            "- finding and replacing/editing a string in all your HTML files.\n"
+            "- making minor HTML adjustments - in one file or in all files.");
+  EXPECT_EQ(text("cmdOK"), "&OK");
+  EXPECT_EQ(text("cmdSysInfo"), "&System Info...");
+  EXPECT_FALSE(box->findChild<QLabel*>("picIcon")->pixmap().isNull());
   box->resize(10, 10);
-  EXPECT_EQ(box->size(), size);
+  EXPECT_EQ(box->size(), QSize(Pixels(5808), Pixels(3924)));
   EXPECT_EQ(choose(), box);
   EXPECT_EQ(frame.findChildren<AboutBox*>().size(), 1);
   for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
@@ -156,7 +171,7 @@ TEST_F(HelpAndAbout, StartsTheFirstSystemInformationTool) {
       {{"gnome-control-center", "kinfocenter", "hardinfo", "hardinfo2"}, "<hardinfo2>\n"},
       {{"gnome-control-center", "kinfocenter", "hardinfo"}, "<hardinfo>\n"},
       {{"gnome-control-center", "kinfocenter"}, "<kinfocenter>\n"},
-      {{"gnome-control-center"}, "<gnome-control-center>\n<info>\n"},
+      {{"gnome-control-center"}, "<gnome-control-center>\n<info-overview>\n"},
   };
   for (const auto& row : rows) {
     InstallOnly(row.installed);
@@ -166,7 +181,7 @@ TEST_F(HelpAndAbout, StartsTheFirstSystemInformationTool) {
   programs.Write("hardinfo2", "#!/nowhere/at/all\n");  // cannot be started: the next is
   fs::permissions(programs / "hardinfo2", fs::perms::owner_all);
   driver.Press("cmdSysInfo");
-  EXPECT_EQ(Started(), "<gnome-control-center>\n<info>\n");
+  EXPECT_EQ(Started(), "<gnome-control-center>\n<info-overview>\n");
   EXPECT_TRUE(driver.said.empty());
   InstallOnly({});
   driver.Press("cmdSysInfo");

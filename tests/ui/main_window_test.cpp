@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMdiSubWindow>
+#include <QMenuBar>
 #include <QRadioButton>
 #include <QtTest>
 #include <filesystem>
@@ -242,11 +243,48 @@ TEST(MainWindow, LiesWhereThePanelsSay) {
   EXPECT_TRUE(driver.Find("cboSearchSpec")->hasFocus());
 }
 
+// The items of a menu, those of menus in it indented.
+std::string ItemsOf(const QMenu& menu, const std::string& indent = "  ") {
+  std::string items;
+  for (const QAction* const item : menu.actions()) {
+    const std::string name = (item->menu() ? item->menu()->objectName() : item->objectName()).toStdString();
+    items += indent + name + " " + item->text().toStdString() + (item->isSeparator() ? "---" : "") +
+             (item->isChecked()     ? " [x]"
+              : item->isCheckable() ? " [ ]"
+                                    : "") +
+             (item->isEnabled() ? "" : " disabled") +
+             (item->shortcut().isEmpty() ? "" : " " + item->shortcut().toString().toStdString()) + "\n";
+    if (item->menu()) items += ItemsOf(*item->menu(), indent + "  ");
+  }
+  return items;
+}
+
+TEST(Frame, HasItsMenus) {
+  Driver driver(Site().path());
+  std::string menus;
+  for (const QAction* const menu : driver.start_up->Frame().menuBar()->actions()) {
+    menus += menu->menu()->objectName().toStdString() + " " + menu->text().toStdString() + "\n";
+    menus += ItemsOf(*menu->menu());
+  }
+  EXPECT_EQ(menus, R"(menuMisc &Misc.
+  menu0PrinterFont &Printer Font
+  menu0Monospaced &Monospaced Results Font [ ]
+  menuSpace0 ---
+  menuShowFile "&Show file" starts in
+    menuStartInBrowser &Browser [x]
+    menuStartInEditor &Editor [ ]
+  menuSpace1 ---
+  menuExit &Exit
+menu0Help &Help
+  menuHelp &Help F1
+  menu1About &About
+)");
+}
+
 TEST(Frame, KeepsWhatItsMenusSay) {
   Driver driver(Site().path());
   FrameWindow& frame = driver.start_up->Frame();
   const auto item = [&frame](const char* name) { return frame.findChild<QAction*>(name); };
-  EXPECT_EQ(item("menuStartInBrowser")->text(), "&Browser");
   for (const char* const first : {"menuStartInEditor", "menuStartInEditor", "menuStartInBrowser"}) {
     const bool browser = first == std::string("menuStartInBrowser");
     item(first)->trigger();  // the ticked one stays ticked
@@ -264,9 +302,6 @@ TEST(Frame, KeepsWhatItsMenusSay) {
   EXPECT_EQ(driver.Find("UdTxt")->font().pointSizeF(), usual.pointSizeF());
   item("menu0Monospaced")->trigger();
   EXPECT_EQ(driver.Find("UdTxt")->font(), usual);
-  for (const char* const later : {"menuHelp", "menu1About"}) {
-    EXPECT_FALSE(item(later)->isEnabled());
-  }
   driver.program.Write("~TSLtemp.htm", "a page that a run left");
   for (const char* const answer : {"cancel", "ok"}) {
     driver.answers = {answer};

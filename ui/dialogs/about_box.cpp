@@ -1,5 +1,7 @@
 #include "ui/dialogs/about_box.h"
 
+#include <QShortcut>
+
 #include "engine/version.h"
 #include "ui/shared/controls.h"
 #include "ui/shared/program_icon.h"
@@ -46,6 +48,7 @@ AboutBox::AboutBox(QWidget* parent) : QDialog(parent) {
   QPushButton* const cmdSysInfo =
       MakeButton(this, "cmdSysInfo", {4140, 3468, 1428, 300}, "&System Info...", "");
   connect(cmdSysInfo, &QPushButton::clicked, this, &AboutBox::SystemInfoWanted);
+  connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this, &AboutBox::HelpWanted);
 }
 
 }  // namespace tessaril

@@ -15,6 +15,7 @@ class AboutBox : public QDialog {
 
  signals:
   void SystemInfoWanted();
+  void HelpWanted();  // F1
 };
 
 }  // namespace tessaril

@@ -129,7 +129,7 @@ void FrameWindow::ChooseFont() {
 }
 
 void FrameWindow::Help() {
-  if (const Status status = ShowHelp(session_.ProgramFolder); !status.ok()) Tell(this, status.reason());
+  ShowHelp(this, session_.ProgramFolder);
 }
 
 // There is one at most.
@@ -137,6 +137,7 @@ void FrameWindow::ShowAboutBox() {
   if (about_ == nullptr) {
     about_ = new AboutBox(this);
     connect(about_, &AboutBox::SystemInfoWanted, about_, [this] { StartSysInfo(about_); });
+    connect(about_, &AboutBox::HelpWanted, this, &FrameWindow::Help);
   }
   about_->showNormal();
   about_->raise();

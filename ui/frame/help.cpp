@@ -6,6 +6,7 @@
 
 #include "engine/paths.h"
 #include "ui/frame/outside_programs.h"
+#include "ui/shared/message_boxes.h"
 
 namespace tessaril {
 namespace {
@@ -19,21 +20,25 @@ bool OpenInViewer(const QString& file) {
   return false;
 }
 
-bool OpenByDesktop(const QString& file) {
-  return StartProgram("xdg-open", {file}) || QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+bool OpenByDesktop(QWidget* parent, const QString& file, const std::function<void()>& on_failure) {
+  return StartProgram("xdg-open", {file}, parent, on_failure) ||
+         QDesktopServices::openUrl(QUrl::fromLocalFile(file));
 }
 
 }  // namespace
 
-Status ShowHelp(const std::string& program_folder) {
+void ShowHelp(QWidget* parent, const std::string& program_folder) {
   const std::string help_file = JoinPath(program_folder, "TSLhelp.chm");
   const QString book = QFile::decodeName(help_file.c_str());
   const QString page = QFile::decodeName(JoinPath(program_folder, "help/index.html").c_str());
-  if (QFile::exists(book) && OpenInViewer(book)) return {};
-  if (QFile::exists(page) && OpenByDesktop(page)) return {};
-  if (!QFile::exists(book)) return Status::Failure("Can't find " + help_file);
-  return Status::Failure("Can't show " + help_file +
-                         "\r\nbecause no program that shows such files (xchm, for example) is installed!");
+  const auto tell_that_nothing_shows_it = [parent, help_file] {
+    Tell(parent, "Can't show " + help_file +
+                     "\r\nbecause no program that shows such files (xchm, for example) is installed!");
+  };
+  if (QFile::exists(book) && OpenInViewer(book)) return;
+  if (QFile::exists(page) && OpenByDesktop(parent, page, tell_that_nothing_shows_it)) return;
+  if (!QFile::exists(book)) return Tell(parent, "Can't find " + help_file);
+  tell_that_nothing_shows_it();
 }
 
 }  // namespace tessaril

@@ -43,7 +43,7 @@ bool StartTool() {
       {"hardinfo2", {}},
       {"hardinfo", {}},
       {"kinfocenter", {}},
-      {"gnome-control-center", {"info"}},
+      {"gnome-control-center", {"info-overview"}},
   };
   for (const auto& [program, arguments] : tools) {
     if (StartProgram(program, arguments)) return true;
