@@ -30,15 +30,18 @@ class CommandLine : public testing::Test {
   CommandLine() {
     for (const char* const name :
          {"a.htm", "index.HTML", "x.shtml", "notes.txt", "page.hhk", "logo.PNG", "manual.pdf", "readme", "h",
-          "style.css", ".hidden.htm", "\xC3\xA6 b.htm", "\xE6.htm", "end.txt ", "two  blanks.htm"}) {
+          "style.css", ".hidden.htm", "\xC3\xA6 b.htm", "\xE6.htm", "end.txt ", "two  blanks.htm", " "}) {
       site.Write(std::string("sub/") + name, "x");
     }
     fs::create_directory(site / "sub/folder.htm");
     fs::current_path(site.path());
   }
-  ~CommandLine() override { fs::current_path("/"); }
+  ~CommandLine() override { fs::current_path(former_); }
 
   ScratchFolder site;
+
+ private:
+  const fs::path former_ = fs::current_path();
 };
 
 TEST_F(CommandLine, SelectsTheFile) {
@@ -77,6 +80,8 @@ TEST_F(CommandLine, SelectsTheFile) {
     EXPECT_EQ(driver.Find("MarkedOnly")->property("Tag"), "1");
     EXPECT_EQ(driver.Find<QTimer>("Timer1")->interval(), 0);
     EXPECT_EQ(driver.program.Read("TSL32.ini"), settings);
+    driver.start_up->Frame().Main().ReturnToOptions();  // to the current folder
+    EXPECT_EQ(driver.Find<FolderList>("dirList")->OpenFolder(), site / "sub");
   }
 }
 
@@ -123,6 +128,7 @@ TEST_F(CommandLine, IsOneText) {
   } rows[] = {
       {{}, ""},
       {{""}, ""},
+      {{" "}, ""},  // though there is such a file
       {{" ", "  "}, ""},
       {{" a.htm "}, "a.htm"},
       {{"\xC3\xA6", "b.htm"}, "\xC3\xA6 b.htm"},
@@ -140,6 +146,7 @@ TEST_F(CommandLine, ListsAHiddenFileWhileItIsMarked) {
   auto& files = *driver.Find<FileList>("filList");
   const int count = files.count();
   driver.ClickItem("filList", "a.htm");
+  QTest::qWait(50);
   EXPECT_EQ(files.count(), count);  // a second click would meet another file
   EXPECT_TRUE(QTest::qWaitFor([&] { return files.count() == count - 1; }));
   EXPECT_EQ(files.Selected(), "a.htm");

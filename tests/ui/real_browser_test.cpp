@@ -285,8 +285,7 @@ TEST_F(RealBrowser, KeepsPagesFromTheUsersFiles) {
   for (const QString& address : {local, far, local, local}) {
     Go(address);
     EXPECT_TRUE(Soon([&] { return Text("StatusBar1_3").startsWith("Got"); }));
-    EXPECT_EQ(Text("StatusBar1_3"),
-              address == local ? "Got 40px8script---denied" : "Got 16px0---denied");
+    EXPECT_EQ(Text("StatusBar1_3"), address == local ? "Got 40px8script---denied" : "Got 16px0---denied");
     EXPECT_TRUE(GoesTo("first.htm", "First"));
   }
   server.answers["/link.htm"] = {"<TITLE>Link</TITLE><A HREF='" + secret +

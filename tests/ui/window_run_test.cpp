@@ -382,12 +382,19 @@ TEST(StartUp, EndsWithoutEntityData) {
   ScratchFolder scratch;
   StartUp start_up(scratch.path(), scratch / "user", BrowserFromPlugin(scratch.path()));
   QString told;
+  int boxes = 0;
   QTimer::singleShot(0, [&told] {
     auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     told = box->text();
-    box->accept();
+    QTimer::singleShot(50, box, &QDialog::accept);  // nothing else is said meanwhile
   });
-  EXPECT_FALSE(start_up.Run());
+  QTimer::singleShot(30, [&boxes] {
+    for (const QWidget* const window : QApplication::topLevelWidgets()) {
+      boxes += window->isVisible() && qobject_cast<const QMessageBox*>(window) != nullptr;
+    }
+  });
+  EXPECT_FALSE(start_up.Run({"/no/such/file.htm"}));
+  EXPECT_EQ(boxes, 1);
   EXPECT_EQ(told.toStdString(), "No such file or directory\nCan't find file " + scratch / "alphatg1.dat");
 }
 

@@ -30,8 +30,10 @@ bool StartUp::Run(const std::vector<std::string>& arguments) {
   std::vector<std::string> notices;
   const Status status = session_.entities.Load(session_.files, session_.ProgramFolder, notices);
   for (const std::string& notice : notices) std::cerr << "tessaril: " << notice << "\n";
-  if (!status.ok()) Tell(&frame_, status.reason());
-  return status.ok();
+  if (status.ok()) return true;
+  session_.CommandLine.clear();  // is not to be opened behind the message
+  Tell(&frame_, status.reason());
+  return false;
 }
 
 // The folder last used; where that is none, the one that the program was started in takes its place.

@@ -13,6 +13,7 @@ void MainWindow::OpenCommandLine() {
   Timer1->stop();
   Timer1->setInterval(0);
   const std::string& command_line = session_.CommandLine;
+  if (command_line.empty()) return;
   const auto [kind, path] = FindNamed(command_line, session_.files);
   if (kind == NamedPath::Kind::kNothing) return Tell(this, "Can't find " + command_line);
   if (kind == NamedPath::Kind::kFolder) {
