@@ -14,6 +14,8 @@ constexpr std::string_view kScript =
 _tsl() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command= i
   COMPREPLY=()
+  if [[ $before == = ]]; then before=${COMP_WORDS[COMP_CWORD-2]}; fi # bash takes --option=value apart
+  if [[ $word == = ]]; then word=; fi
   for ((i = 1; i < COMP_CWORD; i++)); do
     [[ ${COMP_WORDS[i]} == -- ]] && { compopt -o filenames; mapfile -t COMPREPLY < <(compgen -f -- "$word"); return; }
     [[ -n $command ]] || case ${COMP_WORDS[i]} in @COMMANDS@) command=${COMP_WORDS[i]} ;; esac

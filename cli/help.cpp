@@ -152,7 +152,7 @@ std::string ManPage() {
   for (const Example& example : Examples()) {
     page += ".TP\n.B " + Roff(example.command) + "\n" + Roff(example.meaning) + "\n";
   }
-  return page;
+  return page + ".SH SEE ALSO\n.BR tessaril (1),\nwhich does the same in a window.\n";
 }
 
 }  // namespace tessaril

@@ -31,6 +31,8 @@ check 'page.htm' search text p
 check 'a page.htm,old site,page.htm,site' links --report ''
 check 'old site,site' links --data ''
 check '' links --filter ''
+check 'a page.htm,old site,page.htm,site' links --report =
+check 'page.htm' links --report = p
 check 'page.htm' search -- p
 check '' search -- --c
 exit $((failures > 0))
