@@ -21,7 +21,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION web)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS OFF)
 
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME tessaril)
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "tessaril-browser (= ${PROJECT_VERSION}), xchm | kchmviewer | okular")
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "tessaril-browser (= ${PROJECT_VERSION}), xchm | kchmviewer | okular-extra-backends, xdg-utils")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "hardinfo | kinfocenter | gnome-control-center")
 set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "finds and mends what creeps into a web site on a disk
 Tessaril is for the author of a web site that lives as a tree of HTML files

@@ -43,18 +43,21 @@ check_starts() {
 
 # check_files PREFIX: what the desktop and the shell look for.
 check_files() {
-  local share=$1/share page
+  local share=$1/share page size
   desktop-file-validate "$share/applications/tessaril.desktop"
   appstreamcli validate --no-net "$share"/metainfo/*.xml >/dev/null
   bash -n "$share/bash-completion/completions/tsl"
   for page in "$share"/man/man1/*.gz; do
     [ -z "$(man --warnings -E UTF-8 -l -Tutf8 "$page" 2>&1 >/dev/null)" ] || fail "$page: not well written"
   done
-  [ "$(find "$share/icons" -name 'tessaril.*' | wc -l)" -eq 9 ] || fail "icons are missing"
+  [ -e "$share/icons/hicolor/scalable/apps/tessaril.svg" ] || fail "the drawing of the icon is missing"
+  for size in 16 22 24 32 48 64 128 256; do
+    file "$share/icons/hicolor/${size}x$size/apps/tessaril.png" | grep -q "PNG image data, $size x $size" || fail "no icon of $size"
+  done
 }
 
-# What is left of files.
-left() { (cd "$1" && find . -not -type d -not -path './var/*' | sort | paste -sd' '); }
+# What is left, but for the list of packages.
+left() { (cd "$1" && find . -mindepth 1 -not -path './var' -not -path './var/*' | sort | paste -sd' '); }
 
 cmake --install "$build" --prefix "$scratch/home" >/dev/null
 check_files "$scratch/home"
@@ -62,7 +65,7 @@ mv "$scratch/home" "$scratch/other place" # it needs nothing of where it was
 check_starts "$scratch/other place"
 mv "$scratch/other place" "$scratch/home"
 cmake --build "$build" --target uninstall >/dev/null
-[ "$(left "$scratch/home")" = ./lib/tessaril/TSL32.ini ] || fail "left: $(left "$scratch/home")"
+[ "$(left "$scratch/home")" = "./lib ./lib/tessaril ./lib/tessaril/TSL32.ini" ] || fail "left: $(left "$scratch/home")"
 
 cpack --config "$build/CPackConfig.cmake" -B "$scratch/packages" >/dev/null
 packages=("$scratch"/packages/*.deb)
@@ -73,12 +76,19 @@ touch "$root"/var/lib/dpkg/{status,available}
 ln -s "$(command -v true)" "$scratch/tools/ldconfig" # this system's libraries stay as they are
 debian() {
   PATH=$scratch/tools:$PATH fakeroot dpkg --root="$root" --log=/dev/null --force-depends --force-script-chrootless "$@" \
-    >/dev/null 2>&1
+    >"$scratch/log" 2>&1 || fail "$(cat "$scratch/log")"
 }
+version=$("$build/cli/tsl" --version)
+version=${version#tsl }
+for name in tessaril tessaril-browser; do
+  [ "$(dpkg-deb -f "$scratch/packages/${name}_${version}"_*.deb Package Version)" = "Package: $name
+Version: $version" ] || fail "$name: another version"
+done
+dpkg-deb -f "$scratch/packages/tessaril_"*.deb Recommends | grep -q "tessaril-browser (= $version)" || fail "no browser"
+! dpkg-deb -f "$scratch/packages/tessaril_"*.deb Depends | grep webengine || fail "does not do without the browser"
 debian --install "${packages[@]}"
 check_files "$root/usr"
 check_starts "$root/usr"
 debian --remove tessaril-browser tessaril
 debian --purge tessaril-browser tessaril
 [ -z "$(left "$root")" ] || fail "left: $(left "$root")"
-[ ! -e "$root/usr/lib/tessaril" ] || fail "the program's folder is left"
