@@ -19,8 +19,16 @@ there = [str(path.relative_to(pages)) for ending in ("html", "css", "png") for p
 assert sorted(listed) == sorted(there), set(listed) ^ set(there)
 titles = {name: title((pages / name).read_bytes()) for name in listed if name.endswith(".html")}
 assert len(set(titles.values())) == len(titles)
-contents = (pages / "TSLhelp.hhc").read_text()
-assert set(re.findall(r'"Local" value="([^"]*)"', contents)) == set(titles)
+
+
+def entries(sitemap):
+    return re.findall(r'"Name" value="([^"]*)">\s*<param name="Local" value="([^"]*)"', sitemap.read_text())
+
+
+assert [(titles[name].decode(), name) for name in titles] == entries(pages / "TSLhelp.hhc")
+assert {name.partition("#")[0] for _, name in entries(pages / "TSLhelp.hhk")} <= set(titles)
+pictures = [(pages / name).read_bytes() for name in listed if name.endswith(".png")]
+assert len(set(pictures)) == len(pictures), "two pictures are the same"
 
 for book in books:
     names = subprocess.run(["enum_chmLib", book], capture_output=True, text=True, check=True).stdout
@@ -30,7 +38,7 @@ for book in books:
         folder = pathlib.Path(folder)
         held = {str(path.relative_to(folder)) for path in folder.rglob("*.html")}
         assert held == set(titles), held ^ set(titles)
-        for name in listed:
+        for name in [*listed, "TSLhelp.hhc", "TSLhelp.hhk"]:
             same = (folder / name).read_bytes() == (pages / name).read_bytes()
             assert same, f"{book}: {name} is not as it is in {pages}: cmake --build build/release --target keep_help"
 
