@@ -4,19 +4,13 @@
 # Usage: tests/install_test.sh BUILD
 set -euo pipefail
 build=$1
+uninstall=$(cd "$(dirname "$0")" && pwd)/../packaging/uninstall
 export LC_ALL=C QT_QPA_PLATFORM=offscreen DEBIAN_FRONTEND=noninteractive
 for tool in appstreamcli desktop-file-validate dpkg-shlibdeps fakeroot lintian man; do
   command -v $tool >/dev/null || { echo "$tool is not installed" >&2; exit 77; }
 done
 scratch=$(mktemp -d)
-manifest=$build/install_manifest.txt # of whoever installed this build in earnest
-clean_up() {
-  rm -f "$manifest"
-  [ ! -e "$scratch/manifest" ] || mv "$scratch/manifest" "$manifest"
-  rm -rf "$scratch"
-}
-trap clean_up EXIT
-[ ! -e "$manifest" ] || mv "$manifest" "$scratch/manifest"
+trap 'rm -rf "$scratch"' EXIT
 
 fail() { echo "$*" >&2; exit 1; }
 
@@ -59,13 +53,25 @@ check_files() {
 # What is left, but for the list of packages.
 left() { (cd "$1" && find . -mindepth 1 -not -path './var' -not -path './var/*' | sort | paste -sd' '); }
 
-cmake --install "$build" --prefix "$scratch/home" >/dev/null
-check_files "$scratch/home"
-mv "$scratch/home" "$scratch/other place" # it needs nothing of where it was
+# In parts, as their lists are not those of whoever installed this build in earnest.
+home="$scratch/mü [x]"
+echo precious > "$scratch/m"
+for part in program browser; do
+  cmake --install "$build" --prefix "$home" --component $part >/dev/null
+  sed "" "$build/install_manifest_$part.txt" >> "$scratch/manifest"
+  [ -z "$(tail -c 1 "$scratch/manifest")" ] || echo >> "$scratch/manifest"
+done
+check_files "$home"
+mv "$home" "$scratch/other place" # it needs nothing of where it was
 check_starts "$scratch/other place"
-mv "$scratch/other place" "$scratch/home"
-cmake --build "$build" --target uninstall >/dev/null
-[ "$(left "$scratch/home")" = "./lib ./lib/tessaril ./lib/tessaril/TSL32.ini" ] || fail "left: $(left "$scratch/home")"
+cp "$scratch/manifest" "$scratch/list"
+! "$uninstall" "$scratch/list" 2>/dev/null || fail "uninstalls what is not there"
+mv "$scratch/other place" "$home"
+touch "$home/lib/tessaril/help/404-NOTFOUND" "$home/lib/tessaril/.hidden"
+"$uninstall" "$scratch/manifest"
+expected='./lib ./lib/tessaril ./lib/tessaril/.hidden ./lib/tessaril/TSL32.ini ./lib/tessaril/help ./lib/tessaril/help/404-NOTFOUND'
+[ "$(left "$home")" = "$expected" ] || fail "left: $(left "$home")"
+[ -e "$scratch/m" ] || fail "removes files of others"
 
 cpack --config "$build/CPackConfig.cmake" -B "$scratch/packages" >/dev/null
 packages=("$scratch"/packages/*.deb)
