@@ -11,30 +11,35 @@ namespace {
 constexpr std::string_view kScript =
     R"(# Completes the command lines of tsl. Made from the tables of the program.
 
+# Names of files are left to readline, which takes them as they stand: compgen would expand what is typed, and run it.
 _tsl() {
-  local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command= i
+  local IFS=$' \t\n' word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command= words= i
   COMPREPLY=()
   if [[ $before == = ]]; then before=${COMP_WORDS[COMP_CWORD-2]}; fi # bash takes --option=value apart
   if [[ $word == = ]]; then word=; fi
   for ((i = 1; i < COMP_CWORD; i++)); do
-    [[ ${COMP_WORDS[i]} == -- ]] && { compopt -o filenames; mapfile -t COMPREPLY < <(compgen -f -- "$word"); return; }
-    [[ -n $command ]] || case ${COMP_WORDS[i]} in @COMMANDS@) command=${COMP_WORDS[i]} ;; esac
+    if [[ ${COMP_WORDS[i]} == -- ]]; then return; fi
+    if [[ -z $command ]]; then
+      case ${COMP_WORDS[i]} in @COMMANDS@) command=${COMP_WORDS[i]} ;; esac
+    fi
   done
   case $before in
-    @FOLDERS@) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -d -- "$word"); return ;;
-    @FILES@) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -f -- "$word"); return ;;
-    @OTHERS@) return ;;
+    @FOLDERS@) compopt +o default -o dirnames; return ;;
+    @FILES@) return ;;
+    @OTHERS@) compopt +o default; return ;;
   esac
   case $command in
-    '') mapfile -t COMPREPLY < <(compgen -W '--help --version @WORDS@' -- "$word"); return ;;
+    '') words='--help --version @WORDS@' ;;
 )";
 
 constexpr std::string_view kEnd = R"(  esac
-  [[ $word == -* ]] && { mapfile -t COMPREPLY < <(compgen -W "$options --help" -- "$word"); return; }
-  compopt -o filenames
-  mapfile -t COMPREPLY < <(compgen -f -- "$word")
+  if [[ -n $command && $word != -* ]]; then return; fi
+  compopt +o default
+  for i in $words; do
+    if [[ $i == "$word"* ]]; then COMPREPLY+=("$i"); fi
+  done
 }
-complete -F _tsl tsl
+complete -o default -F _tsl tsl
 )";
 
 void Replace(std::string& script, std::string_view word, const std::string& by) {
@@ -70,7 +75,7 @@ std::string BashCompletion() {
     for (const OptionRow& option : AllOptions()) {
       if (Applies(option, row.function)) Append(options, " ", option.name);
     }
-    cases += "    " + std::string(row.command) + ") local options='" + options + "' ;;\n";
+    cases += "    " + std::string(row.command) + ") words='" + options + " --help' ;;\n";
   }
   Replace(script, "@COMMANDS@", commands);
   Replace(script, "@FOLDERS@", OptionsWith("DIR"));
