@@ -32,6 +32,21 @@ Status StartFolder(std::string& start) {
   return {};
 }
 
+bool HasStepUp(const std::string& path) {
+  return ("/" + path + "/").find("/../") != std::string::npos;
+}
+
+// A step up from a link to a folder leads out of the folder that it links to. Where the text of the path
+// hides that, `path` becomes what the system takes `given` for.
+void FollowSystem(const std::string& given, std::string& path) {
+  struct stat meant {};
+  struct stat found {};
+  if (stat(given.c_str(), &meant) != 0) return;
+  if (stat(path.c_str(), &found) == 0 && found.st_dev == meant.st_dev && found.st_ino == meant.st_ino) return;
+  const std::unique_ptr<char, decltype(&std::free)> whole(realpath(given.c_str(), nullptr), &std::free);
+  if (whole != nullptr) path = whole.get();
+}
+
 }  // namespace
 
 Status MakeAbsolute(const std::string& given, std::string& path) {
@@ -41,6 +56,7 @@ Status MakeAbsolute(const std::string& given, std::string& path) {
     if (Status status = StartFolder(start); !status.ok()) return status;
   }
   path = AbsolutePath(start, given);
+  if (HasStepUp(given)) FollowSystem(given, path);
   return {};
 }
 

@@ -9,8 +9,9 @@
 
 namespace tessaril {
 
-/// Makes `given` absolute by its text alone, against the folder that the program was started in. Fails when
-/// it is empty, or relative and that folder is there no more.
+/// Makes `given` absolute by its text alone, against the folder that the program was started in; where a ".."
+/// behind a symbolic link makes that another file, it becomes the one that the system means. Fails when it is
+/// empty, or relative and that folder is there no more.
 Status MakeAbsolute(const std::string& given, std::string& path);
 
 /// The folder of the program file, links to it resolved.

@@ -380,6 +380,13 @@ TEST_F(Tsl, TakesTextsAndPathsAsTheyAre) {
   };
   EXPECT_TRUE(
       RunTsl({"search", "links", "a.htm"}, enter).out.starts_with("In \"" + scratch / "link/a.htm" + "\":"));
+  // Not the "a.htm" that the text of the path leads to.
+  scratch.Write("elsewhere/a.htm", "links links");
+  fs::create_directory(scratch / "elsewhere/deep");
+  fs::create_symlink(scratch / "elsewhere/deep", folder + "/deep");
+  EXPECT_TRUE(RunTsl({"search", "links", folder + "/deep/../a.htm"})
+                  .out.starts_with("In \"" + scratch / "elsewhere/a.htm" + "\":"));
+  fs::remove(folder + "/deep");
   scratch.Write("n\xFF\n.htm", "links");
   EXPECT_NE(RunTsl({"search", "links", folder}).out.find("/n\xFF\n.htm\r\n"), std::string::npos);
 }
