@@ -48,7 +48,9 @@ AboutBox::AboutBox(QWidget* parent) : QDialog(parent) {
   QPushButton* const cmdSysInfo =
       MakeButton(this, "cmdSysInfo", {4140, 3468, 1428, 300}, "&System Info...", "");
   connect(cmdSysInfo, &QPushButton::clicked, this, &AboutBox::SystemInfoWanted);
-  connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this, &AboutBox::HelpWanted);
+  auto* const help = new QShortcut(Qt::Key_F1, this);
+  help->setAutoRepeat(false);
+  connect(help, &QShortcut::activated, this, &AboutBox::HelpWanted);
 }
 
 }  // namespace tessaril

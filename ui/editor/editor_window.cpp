@@ -81,6 +81,7 @@ void EditorWindow::MakeMenus() {
   QMenu* const menuEHelp = AddMenu("menuEHelp", "&Help");
   QAction* const menuE0Help = AddItem(*menuEHelp, "menuE0Help", "&Help");
   menuE0Help->setShortcut(Qt::Key_F1);
+  menuE0Help->setAutoRepeat(false);
   connect(menuE0Help, &QAction::triggered, this, &EditorWindow::HelpWanted);
   connect(AddItem(*menuEHelp, "menuEAbout", "&About"), &QAction::triggered, this,
           &EditorWindow::AboutBoxWanted);

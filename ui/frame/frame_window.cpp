@@ -117,6 +117,7 @@ void FrameWindow::MakeMenus() {
   menu0Help->setObjectName("menu0Help");
   QAction* const menuHelp = AddItem(*menu0Help, "menuHelp", "&Help");
   menuHelp->setShortcut(Qt::Key_F1);
+  menuHelp->setAutoRepeat(false);  // or a key held down starts many viewers
   connect(menuHelp, &QAction::triggered, this, &FrameWindow::Help);
   connect(AddItem(*menu0Help, "menu1About", "&About"), &QAction::triggered, this, &FrameWindow::ShowAboutBox);
   menus_ = {menuMisc, menu0Help};

@@ -36,8 +36,9 @@ bool MainWindow::OpenAndEnter(const std::string& folder) {
 
 // As a click on it does, whatever the filter was.
 void MainWindow::MarkFile(const std::string& name) {
-  Picture1.cboSearchSpec->TakeFilterFor(name);
-  Picture1.filList->SetPattern(Picture1.cboSearchSpec->Text());
+  if (Picture1.cboSearchSpec->TakeFilterFor(name)) {
+    Picture1.filList->SetPattern(Picture1.cboSearchSpec->Text());
+  }
   Picture1.filList->Select(name);
   ClickFile();
 }

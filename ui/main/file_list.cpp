@@ -37,6 +37,14 @@ void FileList::SetPattern(const std::string& pattern) {
   Refresh();
 }
 
+void FileList::Select(const std::string& name) {
+  const QByteArray wanted = QByteArray::fromStdString(name);
+  for (int row = 0; row < count(); ++row) {
+    if (item(row)->data(kNameRole).toByteArray() == wanted) return setCurrentRow(row);
+  }
+  List(name);
+}
+
 void FileList::List(const std::string& selected) {
   std::vector<FolderEntry> entries;
   FileStamp stamp;
@@ -51,6 +59,7 @@ void FileList::List(const std::string& selected) {
 
 // A file that was listed only because it was selected.
 void FileList::LeaveOutUnselected() {
+  if (QApplication::mouseButtons() != Qt::NoButton) return leaves_out_.start();
   const std::string selected = Selected();
   for (int row = count() - 1; row >= 0; --row) {
     const QByteArray name = item(row)->data(kNameRole).toByteArray();

@@ -28,7 +28,7 @@ class FileList : public QListWidget {
 
   /// Selects a file by its name. It is listed as long as it is selected, also when its name begins with a
   /// dot.
-  void Select(const std::string& name) { List(name); }
+  void Select(const std::string& name);
 
   /// Name of the selected file; empty when none is.
   std::string Selected() const;

@@ -42,10 +42,12 @@ std::string FilterBox::Text() const {
   return Entered(currentText());
 }
 
-void FilterBox::TakeFilterFor(const std::string& name) {
+bool FilterBox::TakeFilterFor(const std::string& name) {
+  const std::string before = Text();
   const auto* const row =
       std::ranges::find_if(kRows, [&name](const Row& r) { return FileFilter(r.filter).Lists(name); });
   if (row != std::end(kRows)) setCurrentIndex(static_cast<int>(row - kRows));
+  return Text() != before;
 }
 
 std::optional<Viewer> FilterBox::ViewerFor(const std::string& filter) {

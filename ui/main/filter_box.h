@@ -18,8 +18,8 @@ class FilterBox : public QComboBox {
 
   std::string Text() const;
 
-  /// Takes the first entry that lists a file; that counts as typing, not as picking.
-  void TakeFilterFor(const std::string& name);
+  /// Takes the first entry that lists a file; that counts as typing, not as picking. Whether it is another.
+  bool TakeFilterFor(const std::string& name);
 
   /// The viewer for files that the filter lists; nothing for a filter that does not decide that.
   static std::optional<Viewer> ViewerFor(const std::string& filter);
