@@ -122,6 +122,9 @@ TEST_F(HelpAndAbout, AreThereInAllThreeWindows) {
   driver.Press("Command1");
   ASSERT_TRUE(driver.IsShown("EditTekst"));
   use("menuEAbout");
+  for (const char* const help : {"menuHelp", "menuE0Help"}) {
+    EXPECT_FALSE(frame.findChild<QAction*>(help)->autoRepeat());  // a viewer for each repetition
+  }
 }
 
 TEST_F(HelpAndAbout, ShowsOneBoxThatDestroysItself) {
