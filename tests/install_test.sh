@@ -6,7 +6,7 @@ set -euo pipefail
 build=$1
 uninstall=$(cd "$(dirname "$0")" && pwd)/../packaging/uninstall
 export LC_ALL=C QT_QPA_PLATFORM=offscreen DEBIAN_FRONTEND=noninteractive
-for tool in appstreamcli desktop-file-validate dpkg-shlibdeps fakeroot lintian man; do
+for tool in appstreamcli desktop-file-validate dpkg-shlibdeps fakeroot file lintian man; do
   command -v $tool >/dev/null || { echo "$tool is not installed" >&2; exit 77; }
 done
 scratch=$(mktemp -d)
