@@ -6,12 +6,19 @@
 #include <string>
 #include <string_view>
 
-// Letter case folds A to Z only, everywhere in the program; every other byte stands for itself.
+// Letter case folds A to Z only, everywhere in the program; every other byte stands for itself. A blank is
+// the space, and nothing else.
 
 namespace tessaril {
 
 /// The line end of all texts that the program makes itself.
 inline constexpr std::string_view CrLf = "\r\n";
+
+/// Without the blanks at both ends.
+constexpr std::string_view Trimmed(std::string_view text) {
+  const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
+  return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
+}
 
 constexpr bool IsAsciiLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');

@@ -23,18 +23,12 @@ constexpr Row kRows[] = {
     {"png", FileClass::kBrowser}, {"pdf", FileClass::kBrowser},
 };
 
-std::string Trimmed(const std::string& text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 }  // namespace
 
 std::string CommandLineOf(const std::vector<std::string>& arguments, Files& files) {
   std::string joined;
   for (const std::string& argument : arguments) joined += (&argument == &arguments[0] ? "" : " ") + argument;
-  const std::string trimmed = Trimmed(joined);
+  const std::string trimmed(Trimmed(joined));
   if (arguments.size() != 1 || trimmed.empty() || trimmed == joined) return trimmed;
   return FindNamed(joined, files).kind == NamedPath::Kind::kNothing ? trimmed : joined;
 }

@@ -41,12 +41,6 @@ bool Matches(std::string_view pattern, std::string_view name) {
   return pattern.find_first_not_of('*') == std::string_view::npos;
 }
 
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t begin = text.find_first_not_of(' ');
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(' ') - begin + 1);
-}
-
 }  // namespace
 
 FileFilter::FileFilter(std::string_view text) {

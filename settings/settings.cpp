@@ -73,11 +73,6 @@ class ValueSearch {
   bool damaged_ = false;
 };
 
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
-  return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
-}
-
 std::string WithSeparator(std::string_view folder) {
   std::string result(folder);
   if (!result.ends_with(kSeparator)) result += kSeparator;
