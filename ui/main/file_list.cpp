@@ -22,12 +22,16 @@ FileList::FileList(Files& files, QWidget* parent) : QListWidget(parent), files_(
   // Not in the middle of a double click, the second press of which would meet another file.
   leaves_out_.setSingleShot(true);
   connect(&leaves_out_, &QTimer::timeout, this, &FileList::LeaveOutUnselected);
-  connect(this, &QListWidget::itemSelectionChanged, this,
-          [this] { leaves_out_.start(2 * QApplication::doubleClickInterval()); });
+  connect(this, &QListWidget::itemSelectionChanged, this, [this] {
+    if (hidden_ != nullptr) leaves_out_.start(2 * QApplication::doubleClickInterval());
+  });
 }
 
 void FileList::SetFolder(const std::string& folder) {
-  if (folder != folder_) clear();
+  if (folder != folder_) {
+    hidden_ = nullptr;
+    clear();
+  }
   folder_ = folder;
   Refresh();
 }
@@ -49,22 +53,20 @@ void FileList::List(const std::string& selected) {
   std::vector<FolderEntry> entries;
   FileStamp stamp;
   (void)files_.ListFolder(folder_, entries, stamp);  // what could be read is shown
+  hidden_ = nullptr;
   clear();
   for (const std::string& name : TakeFileNames(entries, FileFilter(pattern_), selected)) {
     auto* const entry = new QListWidgetItem(Shown(name), this);
     entry->setData(kNameRole, QByteArray::fromStdString(name));
     if (name == selected) setCurrentItem(entry);
+    if (name.starts_with('.')) hidden_ = entry;
   }
 }
 
-// A file that was listed only because it was selected.
 void FileList::LeaveOutUnselected() {
   if (QApplication::mouseButtons() != Qt::NoButton) return leaves_out_.start();
-  const std::string selected = Selected();
-  for (int row = count() - 1; row >= 0; --row) {
-    const QByteArray name = item(row)->data(kNameRole).toByteArray();
-    if (name.startsWith('.') && name.toStdString() != selected) delete takeItem(row);
-  }
+  if (hidden_ == nullptr || hidden_->isSelected()) return;
+  delete std::exchange(hidden_, nullptr);
 }
 
 std::string FileList::Selected() const {

@@ -48,6 +48,7 @@ class FileList : public QListWidget {
   Files& files_;
   std::string folder_;
   std::string pattern_;
+  QListWidgetItem* hidden_ = nullptr;  // whose name begins with a dot: is listed only because it is selected
   QTimer leaves_out_;
 };
 
