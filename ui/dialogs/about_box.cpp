@@ -36,10 +36,10 @@ AboutBox::AboutBox(QWidget* parent) : QDialog(parent) {
   font.setBold(true);
   lblTitle->setFont(font);
   MakeLabel(this, "lblVersion", {1200, 672, 4368, 264}, (std::string("Version ") + Version()).c_str());
-  MakeLabel(this, "lblDescription", {240, 1104, 5328, 1848}, kDescription)->setWordWrap(true);
+  QLabel* const lblDescription = MakeLabel(this, "lblDescription", {240, 1104, 5328, 1848}, kDescription);
   QLabel* const lblDisclaimer = MakeLabel(this, "lblDisclaimer", {240, 3072, 3780, 696}, kDisclaimer);
-  lblDisclaimer->setWordWrap(true);
-  for (QLabel* const label : {findChild<QLabel*>("lblDescription"), lblDisclaimer}) {
+  for (QLabel* const label : {lblDescription, lblDisclaimer}) {
+    label->setWordWrap(true);
     label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
   }
   QPushButton* const cmdOK = MakeButton(this, "cmdOK", {4140, 3072, 1428, 300}, "&OK", "");
