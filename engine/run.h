@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "engine/byte_buffer.h"
@@ -12,6 +13,7 @@
 #include "engine/functions.h"
 #include "engine/link_targets.h"
 #include "engine/run_host.h"
+#include "engine/site_rules.h"
 
 namespace tessaril {
 
@@ -32,6 +34,11 @@ struct RunOptions {
   std::string CGIname = "CGI-bin";
   std::string SearchTekst;
   std::string ReplaceText;
+  std::optional<Site>
+      site;  // the site that `dirList` belongs to, judged by today's rules; none: by classic ones
+  bool AcceptCertain = false;  // a proposal that can only be right is accepted without anybody seeing it
+
+  bool JudgesByToday() const { return site.has_value(); }
 };
 
 /// What a run leaves behind, and keeps while it goes on. Lives as long as its owner, from run to run.

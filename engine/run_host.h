@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/finding_kinds.h"
 #include "engine/page_encoding.h"
 
 namespace tessaril {
@@ -87,6 +88,12 @@ class RunHost {
 
   /// A file or folder that could not be read or written, and why. The run goes on.
   virtual void TellFailure(const std::string& path, const std::string& reason) = 0;
+
+  /// Whether NoteFinding is of use to anybody; it is not called else.
+  virtual bool WantsFindings() const { return false; }
+
+  /// A finding, as soon as it is made: before it is put to the user, if it is at all.
+  virtual void NoteFinding(const FindingRecord&) {}
 
   /// One more file is being searched.
   virtual void CountFile(const std::string& path) = 0;
