@@ -1,0 +1,221 @@
+#include "engine/css_links.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+
+#include "engine/ascii.h"
+#include "engine/characters.h"
+
+namespace tessaril {
+namespace {
+
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+}
+
+bool IsNameByte(char c) {
+  return IsAsciiLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '_' ||
+         static_cast<unsigned char>(c) >= 0x80;
+}
+
+int HexadecimalDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  const char lower = ToLower(c);
+  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+// The way through one style sheet.
+class Scan {
+ public:
+  Scan(std::string_view css, std::vector<std::string_view>& links) : css_(css), links_(links) {}
+
+  void Run() {
+    while (pos_ < css_.size()) Step();
+  }
+
+ private:
+  void Step();
+  bool At(std::size_t pos, char c) const { return pos < css_.size() && css_[pos] == c; }
+  void SkipBlanksAndComments();
+  bool SkipComment();
+  void SkipEscape() { pos_ = std::min(pos_ + 2, css_.size()); }
+  std::string_view TakeName();
+  std::optional<std::string_view> TakeQuoted();
+  void TakeUrl(bool wanted);
+  void TakeAtRule();
+
+  std::string_view css_;
+  std::vector<std::string_view>& links_;
+  std::size_t pos_ = 0;
+  std::string_view last_name_;
+  std::string_view property_;  // of the declaration at hand
+};
+
+// Past the next thing that matters: a comment, a quoted text, a name, a sign.
+void Scan::Step() {
+  const char c = css_[pos_];
+  if (c == '/' && SkipComment()) return;
+  if (c == '"' || c == '\'') {
+    (void)TakeQuoted();
+  } else if (c == '@') {
+    TakeAtRule();
+  } else if (c == '\\') {
+    SkipEscape();
+  } else if (IsNameByte(c)) {
+    const std::string_view name = TakeName();
+    if (EqualsLower(name, "url") && At(pos_, '(')) {
+      TakeUrl(!EqualsLower(property_, "behavior") && !EqualsLower(property_, "-ms-behavior"));
+    } else {
+      last_name_ = name;
+    }
+  } else {
+    if (c == ':') property_ = last_name_;
+    if (c == ';' || c == '{' || c == '}') property_ = {};
+    ++pos_;
+  }
+}
+
+bool Scan::SkipComment() {
+  if (!At(pos_ + 1, '*')) return false;
+  const std::size_t end = css_.find("*/", pos_ + 2);
+  pos_ = end == std::string_view::npos ? css_.size() : end + 2;
+  return true;
+}
+
+void Scan::SkipBlanksAndComments() {
+  while (pos_ < css_.size()) {
+    if (IsBlank(css_[pos_])) {
+      ++pos_;
+    } else if (css_[pos_] != '/' || !SkipComment()) {
+      return;
+    }
+  }
+}
+
+std::string_view Scan::TakeName() {
+  const std::size_t begin = pos_;
+  while (pos_ < css_.size() && (IsNameByte(css_[pos_]) || css_[pos_] == '\\')) {
+    if (css_[pos_] == '\\') ++pos_;
+    pos_ = std::min(pos_ + 1, css_.size());
+  }
+  return css_.substr(begin, pos_ - begin);
+}
+
+// A text in quotes, without them; nothing when its line ends before it does.
+std::optional<std::string_view> Scan::TakeQuoted() {
+  const char quote = css_[pos_];
+  const std::size_t begin = ++pos_;
+  while (pos_ < css_.size()) {
+    const char c = css_[pos_];
+    if (c == '\n' || c == '\r' || c == '\f') return std::nullopt;
+    if (c == quote) {
+      ++pos_;
+      return css_.substr(begin, pos_ - 1 - begin);
+    }
+    if (c != '\\') {
+      ++pos_;
+    } else if (css_.substr(pos_, 3) == "\\\r\n") {
+      pos_ += 3;
+    } else {
+      SkipEscape();
+    }
+  }
+  return css_.substr(begin);  // the end of the sheet closes it
+}
+
+// At the "(" of a url(...).
+void Scan::TakeUrl(bool wanted) {
+  ++pos_;
+  while (pos_ < css_.size() && IsBlank(css_[pos_])) ++pos_;
+  if (At(pos_, '"') || At(pos_, '\'')) {
+    const std::optional<std::string_view> link = TakeQuoted();
+    if (link && wanted) links_.push_back(*link);
+    return;
+  }
+  const std::size_t begin = pos_;
+  std::size_t end = 0;
+  bool good = true;
+  bool blank = false;
+  for (end = pos_; pos_ < css_.size() && css_[pos_] != ')'; ++pos_) {
+    const char c = css_[pos_];
+    if (IsBlank(c)) {
+      blank = true;
+      continue;
+    }
+    good = good && !blank && c != '"' && c != '\'' && c != '(' && static_cast<unsigned char>(c) >= ' ' &&
+           c != 127;
+    if (c == '\\' && pos_ + 1 < css_.size()) {
+      ++pos_;
+      good = good && css_[pos_] != '\n' && css_[pos_] != '\r' && css_[pos_] != '\f';
+    }
+    end = pos_ + 1;
+  }
+  if (pos_ < css_.size()) ++pos_;
+  if (good && wanted) links_.push_back(css_.substr(begin, end - begin));
+}
+
+// At the "@".
+void Scan::TakeAtRule() {
+  ++pos_;
+  const std::string_view name = TakeName();
+  const bool is_import = EqualsLower(name, "import");
+  if (!is_import && !EqualsLower(name, "namespace")) return;
+  SkipBlanksAndComments();
+  if (At(pos_, '"') || At(pos_, '\'')) {
+    const std::optional<std::string_view> link = TakeQuoted();
+    if (link && is_import) links_.push_back(*link);
+    return;
+  }
+  const std::size_t begin = pos_;
+  if (!is_import && pos_ < css_.size() && IsNameByte(css_[pos_]) && !EqualsLower(TakeName(), "url")) {
+    SkipBlanksAndComments();  // behind the prefix
+    (void)TakeName();
+  }
+  if (!is_import && At(pos_, '(')) {
+    TakeUrl(false);
+  } else if (is_import) {
+    pos_ = begin;
+  }
+}
+
+}  // namespace
+
+void FindCssLinks(std::string_view css, std::vector<std::string_view>& links) {
+  Scan(css, links).Run();
+}
+
+std::string ResolveCssEscapes(std::string_view link) {
+  constexpr char32_t kReplacement = 0xFFFD;
+  constexpr int kMostDigits = 6;
+  std::string text;
+  for (std::size_t pos = 0; pos < link.size();) {
+    if (link[pos] != '\\') {
+      text += link[pos++];
+      continue;
+    }
+    ++pos;
+    char32_t code = 0;
+    int digits = 0;
+    for (; pos < link.size() && digits < kMostDigits && HexadecimalDigit(link[pos]) >= 0; ++digits, ++pos) {
+      code = code * 16 + static_cast<char32_t>(HexadecimalDigit(link[pos]));
+    }
+    if (digits > 0) {
+      AppendUtf8(code != 0 && IsCharacter(code) ? code : kReplacement, text);
+      if (link.substr(pos, 2) == "\r\n") {
+        pos += 2;
+      } else if (pos < link.size() && IsBlank(link[pos])) {
+        ++pos;
+      }
+    } else if (pos < link.size()) {
+      const bool line_end = link[pos] == '\n' || link[pos] == '\r' || link[pos] == '\f';
+      if (link.substr(pos, 2) == "\r\n") ++pos;
+      if (!line_end) text += link[pos];
+      ++pos;
+    }
+  }
+  return text;
+}
+
+}  // namespace tessaril
