@@ -1,0 +1,344 @@
+#include "engine/site_index.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "engine/ascii.h"
+#include "engine/byte_search.h"
+#include "engine/page_encoding.h"
+#include "engine/paths.h"
+#include "engine/web_address.h"
+
+namespace tessaril {
+namespace {
+
+std::string Joined(const std::vector<std::string>& names) {
+  std::string path;
+  for (const std::string& name : names) path += (path.empty() ? "" : "/") + name;
+  return path;
+}
+
+// Puts the site path that a plain relative or absolute path names into `key`; false when it has to be taken
+// apart to tell.
+bool JoinPlain(std::string_view path, std::string_view folder, std::string& key) {
+  if (path.starts_with('/')) {
+    path.remove_prefix(1);
+    folder = {};
+  }
+  while (path.starts_with("../")) {
+    if (folder.empty()) return false;
+    path.remove_prefix(3);
+    folder = folder.substr(0, folder.rfind('/', folder.size() - 2) + 1);
+  }
+  if (path.empty() || path.front() == '.' || path.front() == '/') return false;
+  char last = 'a';
+  for (const char c : path) {
+    if (c == '%' || c == '\\' || (last == '/' && (c == '/' || c == '.'))) return false;
+    last = c;
+  }
+  key.assign(folder).append(path);
+  return true;
+}
+
+bool IsAlwaysThere(std::string_view fragment) {
+  return fragment.empty() || EqualsLower(fragment, "top") || fragment.find(":~:") != std::string_view::npos;
+}
+
+// A fragment of a picture may say how it is shown.
+bool IsViewOfPicture(std::string_view fragment) {
+  return fragment.starts_with("svgView(") || fragment.starts_with("xywh=") || fragment.starts_with("t=");
+}
+
+}  // namespace
+
+std::string_view TextOf(std::string_view value, Spelling spelling, std::string_view page,
+                        std::string& memory) {
+  const bool is_ascii = IsAscii(value);
+  if (!is_ascii && DetectEncoding(page) == PageEncoding::kEightBit) {
+    memory = EightBitToUtf8(value);
+    std::string resolved;
+    const std::string_view text = ResolveSpelling(memory, spelling, resolved);
+    if (text.data() != memory.data()) memory = std::move(resolved);
+    return memory;
+  }
+  return ResolveSpelling(value, spelling, memory);
+}
+
+SiteIndex::SiteIndex(Files& files, const RunOptions& options, std::function<bool()> handle_input)
+    : files_(files),
+      options_(options),
+      handle_input_(std::move(handle_input)),
+      tree_(files, options.site->root),
+      filter_(options.cboSearchSpec),
+      ignore_files_(rules().ignore_files),
+      ignore_links_(rules().ignore_links),
+      allow_missing_(rules().allow_missing),
+      keeps_ways_(!rules().start.empty()) {}
+
+PageForm SiteIndex::FormOf(const SiteEntry& file) const {
+  const PageForm form = FormOfName(file.name);
+  return form == PageForm::kNone && filter_.Lists(file.name) ? FormOfListed(file.name) : form;
+}
+
+SitePage& SiteIndex::PageOf(SiteEntry& file) {
+  if (file.page) return *file.page;
+  FileStamp stamp;
+  const Status status =
+      handle_input_() ? files_.Read(tree_.PathOf(file), bytes_, stamp) : Status::Failure("Stopped");
+  if (status.ok()) return Take(file, {bytes_.data(), bytes_.size()}, stamp);
+  file.page = std::make_shared<SitePage>();
+  file.page->reading = status;
+  return *file.page;
+}
+
+SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStamp& stamp) {
+  file.page = std::make_shared<SitePage>();
+  SitePage& page = *file.page;
+  page.stamp = stamp;
+  const PageForm form = FormOf(file);
+  FindPageLinks(text, form == PageForm::kNone ? PageForm::kHtml : form, links_);
+  std::vector<std::string> maps;
+  TakeAnchors(links_, text, page, maps);
+  const Base base = BaseOf(file, links_.base);
+  const bool may_be_cgi =
+      !CgiName().empty() && ByteSearch(CgiName(), LetterCase::kExact).Find(text) != ByteSearch::kNone;
+  for (const PageLink& link : links_.links) {
+    const std::string_view value = TextOf(link.value, link.spelling, text, memory_);
+    if (!link.is_map) {
+      TakeLink(value, base, may_be_cgi, page);
+    } else if (!value.starts_with('#') ||
+               std::find(maps.begin(), maps.end(), value.substr(1)) == maps.end()) {
+      page.has_findings = true;
+    }
+  }
+  page.fragments.shrink_to_fit();
+  page.fragment_texts.shrink_to_fit();
+  page.anchors.Shrink();
+  return page;
+}
+
+void SiteIndex::TakeAnchors(const PageLinks& links, std::string_view text, SitePage& page,
+                            std::vector<std::string>& maps) {
+  for (const PageAnchor& anchor : links.anchors) {
+    const std::string_view name = TextOf(anchor.value, Spelling::kAttribute, text, memory_);
+    if (anchor.is_map) {
+      maps.emplace_back(name);
+    } else if (!page.anchors.Add(name) && anchor.counts_twice) {
+      page.has_findings = true;
+    }
+  }
+}
+
+void SiteIndex::TakeLink(std::string_view link, const Base& base, bool may_be_cgi, SitePage& page) {
+  const WebAddress address = SplitAddress(link, address_memory_);
+  if (address.kind == WebAddress::Kind::kElsewhere || IsPassedOver(link, may_be_cgi)) return;
+  if (address.kind == WebAddress::Kind::kFile) {
+    page.has_findings = true;
+    return;
+  }
+  if (base.is_elsewhere) return;
+  const SiteTarget* const target = TargetOf(address.path, base);
+  if (target == nullptr) return;
+  MarkLinked(base, target->file, page);
+  if (target->fault || target->has_upper_case) {
+    page.has_findings = true;
+  } else if (target->file != nullptr && !IsAlwaysThere(address.fragment)) {
+    const auto begin = static_cast<std::uint32_t>(page.fragment_texts.size());
+    page.fragment_texts += address.fragment;
+    page.fragments.push_back({target->file, begin, static_cast<std::uint32_t>(address.fragment.size())});
+  }
+}
+
+void SiteIndex::MarkLinked(const Base& base, SiteEntry* file, SitePage& page) {
+  if (file == nullptr || file == base.page) return;
+  file->is_linked = true;
+  if (keeps_ways_ && (page.leads_to.empty() || page.leads_to.back() != file)) page.leads_to.push_back(file);
+}
+
+bool SiteIndex::IsInOrder(SiteEntry& file) {
+  // What is looked up may read other pages, which leaves this one where it is.
+  const std::shared_ptr<SitePage> page = (PageOf(file), file.page);
+  if (!page->reading.ok() || page->has_findings) return false;
+  for (const SitePage::FragmentLink& link : page->fragments) {
+    if (!HasFragment(*link.file, std::string_view(page->fragment_texts).substr(link.begin, link.size))) {
+      page->has_findings = true;
+      return false;
+    }
+  }
+  page->fragments = {};
+  page->fragment_texts = {};
+  return true;
+}
+
+bool SiteIndex::HasFragment(SiteEntry& file, std::string_view fragment) {
+  if (IsAlwaysThere(fragment)) return true;
+  const PageForm form = FormOf(file);
+  if (form == PageForm::kNone || form == PageForm::kCss) return true;
+  const SitePage& page = PageOf(file);
+  if (!page.reading.ok() || page.anchors.Has(fragment)) return page.reading.ok();
+  if (form == PageForm::kXml && IsViewOfPicture(fragment)) return true;
+  if (fragment.find('%') == std::string_view::npos) return false;
+  const std::string decoded = PercentDecoded(fragment);
+  return IsAlwaysThere(decoded) || page.anchors.Has(decoded);
+}
+
+SiteIndex::Base SiteIndex::BaseOf(SiteEntry& page, const std::optional<std::string_view>& base) {
+  Base found;
+  found.page = &page;
+  std::vector<std::string> own = SiteTree::NamesOf(page);
+  found.own = &Remember(own, false, false);
+  own.pop_back();
+  found.names = std::move(own);
+  if (base) {
+    std::string text;
+    std::string address_memory;
+    const WebAddress address =
+        SplitAddress(ResolveSpelling(*base, Spelling::kAttribute, text), address_memory);
+    found.is_elsewhere = address.kind != WebAddress::Kind::kSite;
+    if (!found.is_elsewhere && !address.path.empty()) {
+      SitePath path = ResolveSitePath(address.path, found.names);
+      found.own = &Remember(path.names, path.names_folder, path.leaves_site);
+      if (!path.names_folder && !path.names.empty()) path.names.pop_back();
+      found.names = std::move(path.names);
+    }
+  }
+  found.folder = Joined(found.names);
+  if (!found.folder.empty()) found.folder += '/';
+  return found;
+}
+
+// The name of the folder whose links are passed over, as it is looked for; empty when there is none.
+const std::string& SiteIndex::CgiName() {
+  if (cgi_name_ != options_.CGIname) {
+    cgi_name_ = options_.CGIname;
+    lower_cgi_name_ = ToLower(cgi_name_);
+  }
+  static const std::string kNone;
+  return options_.CGI ? lower_cgi_name_ : kNone;
+}
+
+// Links that the user does not want to be checked.
+bool SiteIndex::IsPassedOver(std::string_view link, bool may_be_cgi) {
+  if (may_be_cgi && !CgiName().empty() && link.find(CgiName()) != std::string_view::npos) return true;
+  return !ignore_links_.empty() && ignore_links_.MatchText(link);
+}
+
+JudgedLink SiteIndex::Judge(std::string_view link, const Base& base) {
+  std::string memory;
+  const WebAddress address = SplitAddress(link, memory);
+  JudgedLink judged;
+  if (address.kind == WebAddress::Kind::kElsewhere || IsPassedOver(link, true)) return judged;
+  if (address.kind == WebAddress::Kind::kFile) {
+    judged.fault = FindingKind::kFileLink;
+    return judged;
+  }
+  if (base.is_elsewhere) return judged;
+  judged.target = TargetOf(address.path, base);
+  judged.fragment = PercentDecoded(address.fragment);
+  if (judged.target == nullptr) return judged;
+  judged.fault = judged.target->fault;
+  SiteEntry* const file = judged.target->file;
+  if (!judged.fault && file != nullptr && !HasFragment(*file, address.fragment)) {
+    judged.fault = file->page->reading.ok() ? FindingKind::kMissingAnchor : FindingKind::kMissingFile;
+  }
+  return judged;
+}
+
+// Null when the path is not to be looked at.
+const SiteTarget* SiteIndex::TargetOf(std::string_view path, const Base& base) {
+  const SiteTarget* target = base.own;
+  if (!path.empty()) {
+    target = JoinPlain(path, base.folder, key_) ? &OfPlainPath() : &OfPath(path, base.names);
+  }
+  return !ignore_links_.empty() && ignore_links_.Match(Joined(target->names)) ? nullptr : target;
+}
+
+// The target of the path in `key_`.
+const SiteTarget& SiteIndex::OfPlainPath() {
+  const auto known = targets_.find(std::string_view(key_));
+  if (known != targets_.end()) return known->second;
+  SitePath path = ResolveSitePath(key_, {});
+  SiteTarget& target = targets_[key_];
+  target.names = std::move(path.names);
+  target.names_folder = path.names_folder;
+  Follow(target, false);
+  return target;
+}
+
+const SiteTarget& SiteIndex::OfPath(std::string_view path, const std::vector<std::string>& folder) {
+  const SitePath resolved = ResolveSitePath(path, folder);
+  return Remember(resolved.names, resolved.names_folder, resolved.leaves_site);
+}
+
+const SiteTarget& SiteIndex::Remember(const std::vector<std::string>& names, bool names_folder,
+                                      bool leaves_site) {
+  // No plain path begins with these signs.
+  std::string key = leaves_site ? std::string("/^") : std::string("//");
+  for (const std::string& name : names) key += name + "/";
+  if (!names_folder) key += '.';
+  const auto [known, is_new] = targets_.try_emplace(std::move(key));
+  if (is_new) {
+    known->second.names = names;
+    known->second.names_folder = names_folder;
+    Follow(known->second, leaves_site);
+  }
+  return known->second;
+}
+
+// Finds out where the names of a new target lead.
+void SiteIndex::Follow(SiteTarget& target, bool leaves_site) {
+  target.has_upper_case = rules().lowercase_names && !options_.UCfilename &&
+                          std::any_of(target.names.begin(), target.names.end(),
+                                      [](const std::string& name) { return HasUpperCase(name); });
+  SiteEntry* const entry = tree_.Find(target.names);
+  if (entry != nullptr) {
+    target.file = FileOf(*entry, target.names_folder, target.fault);
+  } else {
+    SiteEntry* const meant = FindAnyCase(target);
+    target.fault = FindingKind::kMissingFile;
+    if (meant != nullptr) {
+      std::optional<FindingKind> fault;
+      target.file = FileOf(*meant, target.names_folder, fault);
+      if (target.file != nullptr) target.fault = FindingKind::kLetterCase;
+    }
+  }
+  if (target.fault && allow_missing_.Match(Joined(target.names))) {
+    target.fault.reset();
+    target.file = nullptr;
+  }
+  if (leaves_site) target.fault = FindingKind::kLeavesSite;
+  if (target.fault) target.has_upper_case = false;
+}
+
+// The entry with the same names but for letter case.
+SiteEntry* SiteIndex::FindAnyCase(SiteTarget& target) {
+  SiteEntry* entry = &tree_.root();
+  for (const std::string& name : target.names) {
+    SiteEntry* const exact = tree_.Child(*entry, name);
+    const auto others = tree_.AnyCase(*entry, name);
+    if (exact == nullptr && others.empty()) return nullptr;
+    target.is_ambiguous = target.is_ambiguous || others.size() > 1;
+    entry = exact != nullptr ? exact : others.front();
+  }
+  return entry;
+}
+
+// The file that an entry stands for: itself, or the index file of a folder. Null with a fault when there is
+// none.
+SiteEntry* SiteIndex::FileOf(SiteEntry& entry, bool names_folder, std::optional<FindingKind>& fault) {
+  if (entry.is_file() && !names_folder) return &entry;
+  (void)tree_.EntriesOf(entry);
+  if (entry.is_file() || (!entry.is_folder() && !entry.is_linked_folder)) {
+    fault = FindingKind::kMissingFile;
+    return nullptr;
+  }
+  for (const std::string& name : rules().index) {
+    SiteEntry* const index = tree_.Child(entry, name);
+    if (index != nullptr && index->is_file()) return index;
+  }
+  fault = FindingKind::kNoIndexFile;
+  return nullptr;
+}
+
+}  // namespace tessaril

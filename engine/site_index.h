@@ -1,0 +1,147 @@
+#ifndef TESSARIL_ENGINE_SITE_INDEX_H_
+#define TESSARIL_ENGINE_SITE_INDEX_H_
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "engine/anchor_set.h"
+#include "engine/byte_buffer.h"
+#include "engine/file_filter.h"
+#include "engine/files.h"
+#include "engine/finding_kinds.h"
+#include "engine/page_links.h"
+#include "engine/run.h"
+#include "engine/site_patterns.h"
+#include "engine/site_tree.h"
+
+namespace tessaril {
+
+/// Where the path of a link leads.
+struct SiteTarget {
+  std::optional<FindingKind> fault;  // what is wrong with it, whatever the fragment
+  SiteEntry* file = nullptr;         // the file that it leads to or, with a fault, that it seems to mean
+  bool is_ambiguous = false;         // more than one file differs in letter case only
+  bool has_upper_case = false;       // which the site's rules do not want
+  bool names_folder = false;         // the path ends so that it can name a folder only
+  std::vector<std::string> names;    // of the path, from the site's root on, decoded
+};
+
+/// What a link says, and what is wrong with it.
+struct JudgedLink {
+  std::optional<FindingKind> fault;
+  const SiteTarget* target = nullptr;  // null when it leads elsewhere
+  std::string fragment;                // percent-decoded
+};
+
+/// What is known of one page: its anchors, and as long as nobody has asked whether it is in order, what of
+/// its links is still to be looked up.
+struct SitePage {
+  Status reading;
+  FileStamp stamp;
+  AnchorSet anchors;
+  bool has_findings = false;  // for certain, whatever the fragments
+  struct FragmentLink {
+    SiteEntry* file;
+    std::uint32_t begin;  // in `fragment_texts`
+    std::uint32_t size;
+  };
+  std::vector<FragmentLink> fragments;
+  std::string fragment_texts;  // percent-encoded
+  std::vector<SiteEntry*>
+      leads_to;  // each file once or more; kept only when the way from start pages matters
+};
+
+/// The links of a site, judged as a browser follows them. Each page is read once, when it or its anchors are
+/// first asked for, and only what cannot be judged yet is kept of its links.
+class SiteIndex {
+ public:
+  /// The options must have a site. `handle_input` is called before each page that is read; when it gives
+  /// false the run ends, and what is asked then does not matter.
+  SiteIndex(Files& files, const RunOptions& options, std::function<bool()> handle_input);
+
+  SiteTree& tree() { return tree_; }
+
+  /// As what a file is read: by its name, and when that says nothing, because the run's filter lists it.
+  PageForm FormOf(const SiteEntry& file) const;
+
+  /// Whether the site's rules say that a file is not to be checked.
+  bool IsIgnored(const SiteEntry& file) const { return ignore_files_.Match(tree_.SitePathOf(file)); }
+
+  /// The page, read when it is not known yet.
+  SitePage& PageOf(SiteEntry& file);
+
+  /// The page anew, from a text at hand. Files that it leads to are marked as linked.
+  SitePage& Take(SiteEntry& file, std::string_view text, const FileStamp& stamp);
+
+  /// Whether the page has no findings.
+  bool IsInOrder(SiteEntry& file);
+
+  /// What the links of a page are relative to.
+  struct Base {
+    SiteEntry* page = nullptr;
+    bool is_elsewhere = false;        // on another server
+    std::string folder;               // from the site's root on, "" or with "/" at its end
+    std::vector<std::string> names;   // the same, taken apart
+    const SiteTarget* own = nullptr;  // what an empty path leads to
+  };
+  Base BaseOf(SiteEntry& page, const std::optional<std::string_view>& base);
+
+  /// Judges a link whose spelling is resolved, UTF-8.
+  JudgedLink Judge(std::string_view link, const Base& base);
+
+  /// Whether a fragment (percent-encoded) of a file leads somewhere.
+  bool HasFragment(SiteEntry& file, std::string_view fragment);
+
+  const SiteRules& rules() const { return options_.site->rules; }
+
+ private:
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view key) const { return std::hash<std::string_view>()(key); }
+  };
+
+  const std::string& CgiName();
+  bool IsPassedOver(std::string_view link, bool may_be_cgi);
+  const SiteTarget* TargetOf(std::string_view path, const Base& base);
+  const SiteTarget& OfPlainPath();
+  const SiteTarget& OfPath(std::string_view path, const std::vector<std::string>& folder);
+  const SiteTarget& Remember(const std::vector<std::string>& names, bool names_folder, bool leaves_site);
+  void Follow(SiteTarget& target, bool leaves_site);
+  SiteEntry* FindAnyCase(SiteTarget& target);
+  SiteEntry* FileOf(SiteEntry& entry, bool names_folder, std::optional<FindingKind>& fault);
+  void TakeAnchors(const PageLinks& links, std::string_view text, SitePage& page,
+                   std::vector<std::string>& maps);
+  void TakeLink(std::string_view link, const Base& base, bool may_be_cgi, SitePage& page);
+  void MarkLinked(const Base& base, SiteEntry* file, SitePage& page);
+
+  Files& files_;
+  const RunOptions& options_;
+  std::function<bool()> handle_input_;
+  SiteTree tree_;
+  FileFilter filter_;
+  SitePatterns ignore_files_;
+  SitePatterns ignore_links_;
+  SitePatterns allow_missing_;
+  bool keeps_ways_;  // the pages that each page leads to are needed later
+  std::unordered_map<std::string, SiteTarget, Hash, std::equal_to<>> targets_;
+  std::string key_;
+  std::string cgi_name_;
+  std::string lower_cgi_name_;
+  ByteBuffer bytes_;  // memory for the page that is read
+  PageLinks links_;   // of it
+  std::string memory_;
+  std::string address_memory_;
+};
+
+/// The text of a link or anchor of a page: its spelling resolved, in UTF-8. `memory` is used where it is not
+/// what stands in the page.
+std::string_view TextOf(std::string_view value, Spelling spelling, std::string_view page,
+                        std::string& memory);
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_ENGINE_SITE_INDEX_H_

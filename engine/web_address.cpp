@@ -1,0 +1,127 @@
+#include "engine/web_address.h"
+
+#include <algorithm>
+
+#include "engine/ascii.h"
+
+namespace tessaril {
+namespace {
+
+bool IsControlOrBlank(char c) {
+  return static_cast<unsigned char>(c) <= ' ';
+}
+
+bool IsDroppedInside(char c) {
+  return c == '\t' || c == '\n' || c == '\r';
+}
+
+bool IsSlash(char c) {
+  return c == '/' || c == '\\';
+}
+
+int Digit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  const char lower = ToLower(c);
+  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+// The scheme at the start without its ":"; empty when there is none.
+std::string_view SchemeOf(std::string_view link) {
+  if (link.empty() || !IsAsciiLetter(link[0])) return {};
+  for (std::size_t pos = 1; pos < link.size(); ++pos) {
+    const char c = link[pos];
+    if (c == ':') return link.substr(0, pos);
+    const bool in_scheme = IsAsciiLetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
+    if (!in_scheme) return {};
+  }
+  return {};
+}
+
+}  // namespace
+
+WebAddress SplitAddress(std::string_view link, std::string& memory) {
+  while (!link.empty() && IsControlOrBlank(link.front())) link.remove_prefix(1);
+  while (!link.empty() && IsControlOrBlank(link.back())) link.remove_suffix(1);
+  if (std::any_of(link.begin(), link.end(), IsDroppedInside)) {
+    std::string kept;
+    std::copy_if(link.begin(), link.end(), std::back_inserter(kept),
+                 [](char c) { return !IsDroppedInside(c); });
+    memory = std::move(kept);
+    link = memory;
+  }
+  WebAddress address;
+  if (const std::string_view scheme = SchemeOf(link); !scheme.empty()) {
+    address.kind = EqualsLower(scheme, "file") ? WebAddress::Kind::kFile : WebAddress::Kind::kElsewhere;
+    return address;
+  }
+  if (link.size() >= 2 && IsSlash(link[0]) && IsSlash(link[1])) {
+    address.kind = WebAddress::Kind::kElsewhere;
+    return address;
+  }
+  const std::size_t hash = link.find('#');
+  if (hash != std::string_view::npos) {
+    address.fragment = link.substr(hash + 1);
+    link = link.substr(0, hash);
+  }
+  const std::size_t query = link.find('?');
+  address.has_query = query != std::string_view::npos;
+  address.path = link.substr(0, query);
+  return address;
+}
+
+std::string PercentDecoded(std::string_view text) {
+  std::string decoded;
+  decoded.reserve(text.size());
+  for (std::size_t pos = 0; pos < text.size(); ++pos) {
+    if (text[pos] == '%' && pos + 2 < text.size() && Digit(text[pos + 1]) >= 0 && Digit(text[pos + 2]) >= 0) {
+      decoded += static_cast<char>(Digit(text[pos + 1]) * 16 + Digit(text[pos + 2]));
+      pos += 2;
+    } else {
+      decoded += text[pos];
+    }
+  }
+  return decoded;
+}
+
+SitePath ResolveSitePath(std::string_view path, const std::vector<std::string>& folder) {
+  SitePath resolved;
+  if (path.empty() || !IsSlash(path[0])) {
+    resolved.names = folder;
+  } else {
+    path.remove_prefix(1);
+  }
+  resolved.names_folder = true;
+  while (!path.empty()) {
+    const std::size_t end = std::min(path.find_first_of("/\\"), path.size());
+    std::string name = PercentDecoded(path.substr(0, end));
+    resolved.names_folder = end < path.size();
+    path.remove_prefix(std::min(end + 1, path.size()));
+    if (name == "." || name == "..") {
+      if (name == ".." && resolved.names.empty()) resolved.leaves_site = true;
+      if (name == ".." && !resolved.names.empty()) resolved.names.pop_back();
+      resolved.names_folder = true;
+    } else if (!name.empty()) {
+      resolved.names.push_back(std::move(name));
+    }
+  }
+  return resolved;
+}
+
+std::string EncodedName(std::string_view name) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  constexpr std::string_view kSpecial = " \"#%<>?\\`{}'&:";
+  std::string encoded;
+  for (const char c : name) {
+    const auto code = static_cast<unsigned char>(c);
+    if (code > ' ' && code != 0x7F && kSpecial.find(c) == std::string_view::npos) {
+      encoded += c;
+    } else {
+      encoded += '%';
+      encoded += kDigits[code >> 4];
+      encoded += kDigits[code & 0xF];
+    }
+  }
+  return encoded;
+}
+
+}  // namespace tessaril
