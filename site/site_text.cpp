@@ -1,0 +1,94 @@
+#include <algorithm>
+
+#include "site/site_file.h"
+#include "site/site_keys.h"
+#include "site/toml_text.h"
+
+namespace tessaril {
+namespace {
+
+constexpr std::string_view kIntroduction =
+    R"(# What Tessaril and its command tsl need to know of this site. The folder of this file is the site's root.
+# A key that is left out has the value that stands in a new file.
+#
+# Paths start at the site's root, as "shop/index.html". In patterns "*" stands for any characters of a name
+# and "?" for one, "**" also crosses folders: "shop/*.html" are the pages in the folder shop, "shop/**" is all
+# in it and below. A pattern without "/" is compared with names, in whatever folder: "*.bak".
+)";
+
+const SiteKey* FindKey(std::string_view name) {
+  const auto keys = AllSiteKeys();
+  const auto key = std::ranges::find(keys, name, &SiteKey::name);
+  return key == keys.end() ? nullptr : &*key;
+}
+
+std::string AllNames() {
+  std::string names;
+  for (const SiteKey& key : AllSiteKeys()) names += (names.empty() ? "" : ", ") + std::string(key.name);
+  return names;
+}
+
+// Where a value that does not fit is wrong.
+std::size_t WrongPlace(const TomlValue& value) {
+  const auto wrong = std::ranges::find_if_not(value.elements, FitsList);
+  return wrong == value.elements.end() ? value.begin : wrong->begin;
+}
+
+std::string Line(const SiteKey& key, const SiteRules& rules) {
+  return std::string(key.name) + " = " + key.state(rules);
+}
+
+}  // namespace
+
+Status ReadSiteRules(std::string_view text, SiteRules& rules) {
+  std::vector<TomlEntry> entries;
+  if (Status status = ReadToml(text, entries); !status.ok()) return status;
+  SiteRules read;
+  for (const TomlEntry& entry : entries) {
+    const SiteKey* const key = FindKey(entry.key);
+    if (key == nullptr) {
+      return Status::Failure(TomlPlace(text, entry.begin) + "unknown key \"" + entry.key +
+                             "\"; expected is one of " + AllNames());
+    }
+    if (!key->take(entry.value, read)) {
+      return Status::Failure(TomlPlace(text, WrongPlace(entry.value)) + entry.key + " must be " +
+                             std::string(key->expected));
+    }
+  }
+  rules = std::move(read);
+  return {};
+}
+
+std::string NewSiteText(const SiteRules& rules) {
+  std::string text(kIntroduction);
+  for (const SiteKey& key : AllSiteKeys()) {
+    text += "\n" + std::string(key.comment) + Line(key, rules) + "\n";
+  }
+  return text;
+}
+
+std::string ChangedSiteText(std::string_view text, const SiteRules& rules) {
+  std::vector<TomlEntry> entries;
+  SiteRules old_rules;
+  if (!ReadSiteRules(text, old_rules).ok() || !ReadToml(text, entries).ok()) return std::string(text);
+  std::string changed(text);
+  std::string missing;
+  const std::string line_end = text.find("\r\n") == std::string_view::npos ? "\n" : "\r\n";
+  for (const SiteKey& key : AllSiteKeys()) {
+    if (key.state(rules) == key.state(old_rules)) continue;
+    if (std::ranges::find(entries, key.name, &TomlEntry::key) == entries.end()) {
+      missing += Line(key, rules) + line_end;
+    }
+  }
+  // From the last entry to the first, so that the places of the others stay.
+  std::ranges::reverse(entries);
+  for (const TomlEntry& entry : entries) {
+    const SiteKey& key = *FindKey(entry.key);
+    if (key.state(rules) == key.state(old_rules)) continue;
+    changed.replace(entry.value.begin, entry.value.end - entry.value.begin, key.state(rules));
+  }
+  if (!missing.empty() && !changed.empty() && changed.back() != '\n') changed += line_end;
+  return changed + missing;
+}
+
+}  // namespace tessaril
