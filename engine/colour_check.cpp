@@ -11,7 +11,8 @@
 namespace tessaril {
 namespace {
 
-constexpr std::size_t kColourSize = 7;      // "#" and six digits
+constexpr std::size_t kColourSize = 7;  // "#" and six digits
+constexpr std::string_view kHexDigits = "0123456789ABCDEFabcdef";
 constexpr std::size_t kExcerptBefore = 21;  // bytes in front of a colour
 constexpr std::size_t kExcerptSize = 100;   // bytes
 
@@ -26,6 +27,7 @@ class ColourCheck {
   void CheckBodyTag();
   void CheckAttributes();
   bool IsSafe(std::string_view text_from_sign);
+  void Note(std::string_view text_from_sign, std::size_t place);
   ProposalAnswer Propose(const std::string& shown, std::size_t sign);
   bool Replace(std::size_t begin, const std::string& shown, const std::string& text);
   bool goes_on() const { return status_.ok() && !run_.state.StopRequested; }
@@ -58,6 +60,7 @@ void ColourCheck::CheckBodyTag() {
   for (std::size_t sign = body_tag_.find('#'); sign != std::string::npos && goes_on();
        sign = body_tag_.find('#', sign + 1)) {
     if (IsSafe(std::string_view(body_tag_).substr(sign))) continue;
+    Note(std::string_view(body_tag_).substr(sign), body_begin_ + sign);
     page_.BeginEntry(body_tag_.size());
     const ProposalAnswer answer = Propose(body_tag_, sign);
     const bool changed = answer.ReplaceText != body_tag_;
@@ -83,6 +86,7 @@ void ColourCheck::CheckAttributes() {
     const std::size_t first = sign - std::min(sign, kExcerptBefore);
     const auto [begin, end] = page_text.WholeCharacters(first, first + kExcerptSize);
     const std::string excerpt(text.substr(begin, end - begin));
+    Note(text.substr(sign), sign);
     page_.BeginEntry(excerpt.size());
     run_.state.Results += "\r\n\r\n*** Error:";
     const ProposalAnswer answer = Propose(excerpt, sign - begin);
@@ -96,6 +100,13 @@ void ColourCheck::CheckAttributes() {
 
 bool ColourCheck::IsSafe(std::string_view text_from_sign) {
   return !HexErr(ToUpper(text_from_sign.substr(0, kColourSize)), 0, run_.state.ColourParts);
+}
+
+// The finding for machines is "#" and the digits behind it.
+void ColourCheck::Note(std::string_view text_from_sign, std::size_t place) {
+  const std::size_t end = text_from_sign.substr(0, kColourSize).find_first_not_of(kHexDigits, 1);
+  page_.NoteFinding(FindingKind::kUnsafeColour, place, place + std::min(end, kColourSize),
+                    "Not a web safe colour");
 }
 
 ProposalAnswer ColourCheck::Propose(const std::string& shown, std::size_t sign) {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "engine/page_findings.h"
 #include "engine/page_text.h"
 #include "engine/run.h"
 
@@ -18,7 +19,7 @@ namespace tessaril {
 class HtmlPage {
  public:
   /// `path` is kept up to date when the check renames the page.
-  HtmlPage(std::string& path, RunContext& run) : path_(path), run_(run) {}
+  HtmlPage(std::string& path, RunContext& run) : path_(path), run_(run), findings_(run.host) {}
 
   Status Read();
 
@@ -45,6 +46,11 @@ class HtmlPage {
   /// finds memory, and appends the lines above the page's findings when it is the first.
   void BeginEntry(std::size_t bytes);
 
+  /// Tells the host of a finding for machines, as PageFindings has it.
+  void NoteFinding(FindingKind kind, std::size_t begin, std::size_t end, std::string_view message) {
+    findings_.Note(kind, path_, *text_, begin, end, message);
+  }
+
   /// True at the first call: the page's heading is to be written into the report.
   bool IsFirstFinding() { return !std::exchange(has_findings_, true); }
 
@@ -57,6 +63,7 @@ class HtmlPage {
   FileStamp stamp_;
   std::optional<PageText> text_;
   std::optional<std::string> work_;  // only where it differs from the text
+  PageFindings findings_;
   std::string file_name_;
   bool has_findings_ = false;
 };

@@ -7,6 +7,7 @@
 
 #include "engine/ascii.h"
 #include "engine/page_encoding.h"
+#include "engine/page_findings.h"
 #include "engine/paths.h"
 #include "engine/report_pieces.h"
 
@@ -17,6 +18,7 @@ constexpr std::string_view kNoAnchor = "No corresponding anchor: ";
 constexpr std::string_view kInternalFile = "Link to internal file!";
 constexpr std::string_view kUpperCase =
     "Found UPPERcase characters in link filename! Correct manually to lowercase if suitable!";
+constexpr std::string_view kUpperCaseFile = "Found UPPERcase characters in a linked file's filename!";
 
 constexpr std::size_t kExcerptBefore = 21;  // bytes in front of a link
 constexpr std::size_t kExcerptMore = 101;   // bytes of an excerpt besides those of the link
@@ -32,7 +34,7 @@ LinkCheck::LinkCheck(HtmlPage& page, LinkScanner& scanner, RunContext& run)
 
 bool LinkCheck::Verify(const Link& link) {
   if (link.scheme.starts_with('#')) return VerifySamePage(link);
-  if (link.HasScheme("file:")) return ReportLinkError(link, kInternalFile);
+  if (link.HasScheme("file:")) return ReportLinkError(link, FindingKind::kFileLink, kInternalFile);
   return link.HasScheme("mailto:") || link.IsExternal() || IsForCgi(link) || VerifyFile(link);
 }
 
@@ -64,7 +66,7 @@ bool LinkCheck::VerifySamePage(const Link& link) {
     anchors_ = std::make_shared<Anchors>(std::max(Anchors::kUsualNames, std::bit_ceil(name.size())));
     anchors_->Take(page_.work_text(), true);
   }
-  return anchors_->Has(name) || ReportLinkError(link, kNoAnchor);
+  return anchors_->Has(name) || ReportLinkError(link, FindingKind::kMissingAnchor, kNoAnchor);
 }
 
 bool LinkCheck::VerifyFile(const Link& link) {
@@ -74,7 +76,10 @@ bool LinkCheck::VerifyFile(const Link& link) {
   const std::size_t hash = std::min(value.find('#'), value.size());
   const std::string_view local_path = value.substr(0, hash);
   const std::string_view anchor = value.substr(std::min(hash + 1, value.size()));
-  if (!permit_upper_case && HasUpperCase(local_path) && !ReportLinkError(link, kUpperCase)) return false;
+  if (!permit_upper_case && HasUpperCase(local_path) &&
+      !ReportLinkError(link, FindingKind::kUpperCaseLink, kUpperCase)) {
+    return false;
+  }
   LinkTarget& target = run_.targets.Find(local_path, page_.path(), !permit_upper_case);
   if (permit_upper_case) return VerifyTarget(link, target, local_path, anchor);
   return OfferRename(target) && VerifyTarget(link, target, target.path, anchor);
@@ -84,6 +89,7 @@ bool LinkCheck::OfferRename(LinkTarget& target) {
   const Question* const offer = run_.targets.RenameOffer(target);
   if (offer == nullptr) return true;
   run_.state.RenameOffered = true;
+  if (run_.host.WantsFindings()) NoteOffer(target);
   if (!run_.host.Ask(*offer)) return true;
   const std::string stored_path = JoinPath(FolderOf(target.registered), target.stored_name);
   if (Status status = run_.targets.Rename(target); !status.ok()) {
@@ -94,20 +100,30 @@ bool LinkCheck::OfferRename(LinkTarget& target) {
   return true;
 }
 
+// Many links may lead to the file, and each makes the offer: for machines it is one finding.
+void LinkCheck::NoteOffer(const LinkTarget& target) {
+  const std::string stored_path = JoinPath(FolderOf(target.registered), target.stored_name);
+  if (!run_.targets.IsFirstOffer(stored_path)) return;
+  NoteFileFinding(run_.host, FindingKind::kUpperCaseFile, stored_path, kUpperCaseFile, target.stored_name);
+}
+
 bool LinkCheck::VerifyTarget(const Link& link, LinkTarget& target, std::string_view shown_path,
                              std::string_view anchor) {
   bool found = true;
   const Status status =
       anchor.empty() ? run_.targets.Open(target) : run_.targets.FindAnchor(target, anchor, found);
-  if (!status.ok()) return ReportLinkError(link, status.reason() + ": " + std::string(shown_path));
-  if (!found && !ReportLinkError(link, kNoAnchor)) return false;
+  if (!status.ok()) {
+    return ReportLinkError(link, FindingKind::kMissingFile, status.reason() + ": " + std::string(shown_path));
+  }
+  if (!found && !ReportLinkError(link, FindingKind::kMissingAnchor, kNoAnchor)) return false;
   if (!std::exchange(target.is_registered, true)) run_.state.UnlinkedList.MarkLinked(target.registered);
   return true;
 }
 
 // Writes a finding into the report and, if wanted, puts it to the user; false when the page's check ends.
-bool LinkCheck::ReportLinkError(const Link& link, std::string_view error) {
+bool LinkCheck::ReportLinkError(const Link& link, FindingKind kind, std::string_view error) {
   PageText& text = page_.text();
+  page_.NoteFinding(kind, link.start, link.end, error);
   const std::size_t first = link.start - std::min(link.start, kExcerptBefore);
   const std::size_t length = link.end - link.start + kExcerptMore;
   const auto [begin, end] = text.WholeCharacters(first, first + length);

@@ -47,9 +47,10 @@ class LinkCheck {
   bool VerifySamePage(const Link& link);
   bool VerifyFile(const Link& link);
   bool OfferRename(LinkTarget& target);
+  void NoteOffer(const LinkTarget& target);
   bool VerifyTarget(const Link& link, LinkTarget& target, std::string_view shown_path,
                     std::string_view anchor);
-  bool ReportLinkError(const Link& link, std::string_view error);
+  bool ReportLinkError(const Link& link, FindingKind kind, std::string_view error);
   bool PutToUser(const Link& link, std::string_view error, std::size_t begin, std::size_t end);
   bool Correct(std::size_t begin, std::size_t end, const std::string& text);
 

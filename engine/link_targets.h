@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "engine/anchors.h"
 #include "engine/byte_buffer.h"
@@ -58,6 +59,9 @@ class LinkTargets {
   /// or there is no such file. Letter case does not matter when it is looked for.
   const Question* RenameOffer(LinkTarget& target);
 
+  /// True once for each path.
+  bool IsFirstOffer(const std::string& stored_path) { return offered_.insert(stored_path).second; }
+
   /// What the question asks for.
   Status Rename(const LinkTarget& target);
 
@@ -89,6 +93,7 @@ class LinkTargets {
   Files& files_;
   std::unordered_map<std::string, LinkTarget, Hash, std::equal_to<>> targets_;
   StoredNames names_{files_};
+  std::unordered_set<std::string> offered_;
   unsigned changes_ = 0;             // by the run, of any file
   std::size_t memory_ = 0;           // bytes of what is remembered, without anchors
   std::size_t anchor_memory_ = 0;    // bytes

@@ -5,33 +5,49 @@
 #include "engine/characters.h"
 
 namespace tessaril {
+namespace {
+
+std::size_t CountColumns(std::string_view bytes, PageEncoding encoding) {
+  if (encoding == PageEncoding::kEightBit) return bytes.size();
+  return bytes.size() - static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), IsContinuation));
+}
+
+}  // namespace
 
 PagePlace PagePlaces::At(PageText& page, std::size_t offset) {
+  const PageEncoding encoding = page.Encoding();
   const auto behind = std::upper_bound(known_.begin(), known_.end(), offset,
                                        [](std::size_t at, const Known& known) { return at < known.offset; });
-  Known at = *(behind - 1);
-  const std::string_view text = page.Tail(0);
-  for (;;) {
-    std::size_t end = text.find_first_of("\r\n", at.offset);
-    if (end == std::string_view::npos) break;
-    end += text.substr(end, 2) == "\r\n" ? 2 : 1;
-    if (end > offset) break;
-    at = {end, {at.place.line + 1, 1}};
+  const Known from = *(behind - 1);
+  const std::string_view text = page.Tail(from.offset);
+  const std::string_view before = text.substr(0, offset - from.offset);
+  PagePlace place = from.place;
+  std::size_t begin = 0;  // of what counts in the line of the place
+  if (from.offset == 0 && encoding == PageEncoding::kUtf8 && text.starts_with(kByteOrderMark)) {
+    begin = std::min(before.size(), kByteOrderMark.size());
   }
-  const std::string_view before = text.substr(at.offset, offset - at.offset);
-  at.offset = offset;
-  at.place.column += page.Encoding() == PageEncoding::kEightBit
-                         ? before.size()
-                         : before.size() - static_cast<std::size_t>(
-                                               std::count_if(before.begin(), before.end(), IsContinuation));
-  constexpr std::size_t kApart = 1024;  // bytes between the places that are kept, at least
-  const bool in_line_end = offset > 0 && text[offset - 1] == '\r';
-  if (offset >= known_.back().offset + kApart && !in_line_end) known_.push_back(at);
-  return at.place;
+  for (;;) {
+    const std::size_t mark = before.find_first_of("\r\n", begin);
+    if (mark == std::string_view::npos) break;
+    const std::size_t end = mark + (text.substr(mark, 2) == "\r\n" ? 2 : 1);
+    if (end > before.size()) break;
+    begin = end;
+    place = {place.line + 1, 1};
+    if (before[end - 1] == '\n') Remember({from.offset + end, place});
+  }
+  place.column += CountColumns(before.substr(begin), encoding);
+  if (!before.ends_with('\r')) Remember({offset, place});
+  return place;
+}
+
+// A place behind a CR is not worth it: what is written there may make the line end another one.
+void PagePlaces::Remember(const Known& known) {
+  constexpr std::size_t kApart = 1024;  // bytes, at least
+  if (known.offset >= known_.back().offset + kApart) known_.push_back(known);
 }
 
 void PagePlaces::NoteChange(std::size_t begin) {
-  while (known_.size() > 1 && known_.back().offset >= begin) known_.pop_back();
+  while (known_.back().offset > begin) known_.pop_back();
 }
 
 }  // namespace tessaril

@@ -9,7 +9,8 @@
 
 namespace tessaril {
 
-/// Lines and columns of places in a page. Asked in rising order they cost one way through the page.
+/// Lines and columns of places in a page; a byte order mark does not count. Asked in rising order, with edits
+/// between that go through the page from front to back, they cost one way through the page.
 class PagePlaces {
  public:
   /// The place of the byte at `offset`, which is at most the size of the page.
@@ -23,6 +24,8 @@ class PagePlaces {
     std::size_t offset;
     PagePlace place;
   };
+  void Remember(const Known& known);
+
   std::vector<Known> known_{{0, {1, 1}}};  // rising
 };
 

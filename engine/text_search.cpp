@@ -8,6 +8,7 @@
 #include "engine/ascii.h"
 #include "engine/byte_search.h"
 #include "engine/finding.h"
+#include "engine/page_findings.h"
 #include "engine/page_text.h"
 #include "engine/paths.h"
 #include "engine/phrase_match.h"
@@ -35,7 +36,8 @@ std::string WithBreak(std::string replacement, std::size_t first_break, std::str
 // The search through one page.
 class PageSearch {
  public:
-  PageSearch(const std::string& F, PageText& page, RunContext& run) : path_(F), page_(page), run_(run) {}
+  PageSearch(const std::string& F, PageText& page, RunContext& run)
+      : path_(F), page_(page), run_(run), findings_(run.host) {}
 
   // False when the page cannot hold the text.
   bool Prepare(const std::string& S, const std::string& R);
@@ -49,6 +51,7 @@ class PageSearch {
   bool replacing() const { return run_.options.function == Function::kReplace; }
   LetterCase TakeLetterCase(std::string_view sought);
   std::optional<Occurrence> FindNext();
+  void Note(const Occurrence& found);
   void ReplaceUnasked(const Finding& found);
   bool PutToUser(const Occurrence& found);  // false when the user stops
   Proposal MakeProposal(const Occurrence& found);
@@ -56,6 +59,7 @@ class PageSearch {
   const std::string& path_;
   PageText& page_;
   RunContext& run_;
+  PageFindings findings_;
   std::optional<PhraseSearch> sought_;  // this text and the next in the page's own bytes
   std::string R_;
   bool key_case_ = false;              // what ULcase said last
@@ -93,6 +97,7 @@ void PageSearch::Run() {
     hit_ = true;
     const Finding& finding = found->finding;
     next_ = finding.place + 1;
+    Note(*found);
     if (run_.options.ShowEach) {
       if (!PutToUser(*found)) return;
       continue;
@@ -114,8 +119,20 @@ std::optional<Occurrence> PageSearch::FindNext() {
   return Occurrence{FindingAt(page_, found->place, found->match.length), found->match.first_break};
 }
 
+void PageSearch::Note(const Occurrence& found) {
+  if (!findings_.wanted()) return;
+  std::optional<std::string> proposal;
+  if (replacing()) {
+    proposal = run_.options.ShowEach ? WithBreak(R_, found.first_break, page_.LineEnd()) : R_;
+  }
+  const Finding& place = found.finding;
+  findings_.Note(FindingKind::kText, path_, page_, place.place, place.place + place.length, "Found",
+                 std::move(proposal));
+}
+
 void PageSearch::ReplaceUnasked(const Finding& found) {
   page_.Replace(found.place, found.place + found.length, R_);
+  findings_.NoteChange(found.place);
   changed_ = true;
   AppendEntry(kLabelChanged, context_, report_);
   if (resume_behind_insert_) next_ = found.place + R_.size();
@@ -127,6 +144,7 @@ bool PageSearch::PutToUser(const Occurrence& found) {
   AppendAnswer(proposal, answer, path_, report_);
   if (answer.ReplaceAnswer == kReplace && proposal.ReplaceText) {
     page_.Replace(found.finding.context_begin, found.finding.context_end, answer.ReplaceText);
+    findings_.NoteChange(found.finding.context_begin);
     changed_ = true;
   }
   if (answer.ReplaceAnswer == kStop) run_.state.StopRequested = true;

@@ -18,10 +18,12 @@ class ScriptHost : public RunHost {
   std::deque<bool> replies;
   int cancel_at = 0;  // Cancel is pressed at this call for input, counted from 1; 0 for never
   bool unasked = false;
+  bool wants_findings = false;
   std::function<void(const std::string& path)> on_file;
   std::function<void()> on_proposal;
 
   std::vector<Proposal> proposals;
+  std::vector<FindingRecord> findings;
   std::vector<std::string> questions;
   std::vector<std::string> messages;
   std::vector<std::string> failures;
@@ -50,6 +52,8 @@ class ScriptHost : public RunHost {
   void TellFailure(const std::string& path, const std::string& reason) override {
     failures.push_back(path + ": " + reason);
   }
+  bool WantsFindings() const override { return wants_findings; }
+  void NoteFinding(const FindingRecord& finding) override { findings.push_back(finding); }
   void CountFile(const std::string& path) override {
     files.push_back(path);
     if (on_file) on_file(path);
