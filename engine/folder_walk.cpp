@@ -9,6 +9,12 @@
 #include "engine/paths.h"
 
 namespace tessaril {
+
+FolderWalk::FolderWalk(RunContext& run, Worker worker)
+    : run_(run), worker_(worker), filter_(run.options.cboSearchSpec + (run.site ? ";*.css" : "")) {
+  if (run.options.site) ignored_ = SitePatterns(run.options.site->rules.ignore_files);
+}
+
 bool FolderWalk::WalkFolder(const std::string& NewPath) {
   try {
     run_.host.ShowActivity("Searching!");
@@ -56,11 +62,19 @@ bool FolderWalk::ProcessFiles(const std::string& folder, const std::vector<std::
   bool abandoned = false;
   for (const std::string& name : names) {
     run_.state.RunFile = run_.targets.PresentPath(run_.state.FolderPrefix + name);
+    if (IsIgnored(run_.state.RunFile)) continue;
     abandoned = !run_.HandleInput() || !run_.state.SearchActive;
     if (abandoned || !ProcessFile()) break;
   }
   if (Status status = run_.files.FlushFolder(); !status.ok()) run_.host.TellFailure(folder, status.reason());
   return abandoned;
+}
+
+// Whether the rules of the site say that a file is not checked.
+bool FolderWalk::IsIgnored(const std::string& path) const {
+  if (ignored_.empty()) return false;
+  const std::string& root = run_.options.site->root;
+  return ignored_.Match(std::string_view(path).substr(JoinPath(root, "").size()));
 }
 
 // False when the walk is to end behind this file.

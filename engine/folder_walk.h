@@ -7,17 +7,18 @@
 #include "engine/file_filter.h"
 #include "engine/files.h"
 #include "engine/run.h"
+#include "engine/site_patterns.h"
 
 namespace tessaril {
 
 /// Visits the files of a run: the marked one, or all that the filter lists in a folder and below, subfolders
 /// first and of these the last name first, then the folder's own files from the first name on. Names are
 /// sorted without regard to the case of A to Z, ties by byte; names that begin with a dot are passed over.
-/// Before each file the user's input is let through, which is where Cancel takes effect.
+/// By today's rules, style sheets are visited as well when links are checked, and files that the site's rules
+/// ignore never. Before each file the user's input is let through, which is where Cancel takes effect.
 class FolderWalk {
  public:
-  FolderWalk(RunContext& run, Worker worker)
-      : run_(run), worker_(worker), filter_(run.options.cboSearchSpec) {}
+  FolderWalk(RunContext& run, Worker worker);
 
   /// Walks the folder `NewPath`; true when the walk was abandoned, on Cancel or because memory for the report
   /// ran out.
@@ -27,6 +28,7 @@ class FolderWalk {
   void ProcessMarkedFile();
   bool WalkSubfolders(const std::string& folder, const std::vector<std::string>& names);
   bool ProcessFiles(const std::string& folder, const std::vector<std::string>& names);
+  bool IsIgnored(const std::string& path) const;
   bool ProcessFile();
   bool StopRequested();
   struct Listing {
@@ -38,6 +40,7 @@ class FolderWalk {
   RunContext& run_;
   Worker worker_;
   FileFilter filter_;
+  SitePatterns ignored_;
 };
 
 }  // namespace tessaril

@@ -6,6 +6,7 @@
 #include "engine/link_check.h"
 #include "engine/link_scanner.h"
 #include "engine/paths.h"
+#include "engine/site_check.h"
 
 namespace tessaril {
 namespace {
@@ -43,6 +44,7 @@ Status ListExternalLinks(HtmlPage& page, RunContext& run) {
 Status CheckHTML(std::string& page_path, RunContext& run) {
   run.host.CountFile(page_path);
   run.host.ShowActivity("Testing: " + std::string(NameOf(page_path)));
+  if (run.site) return CheckSitePage(run);
   HtmlPage page(page_path, run);
   if (Status status = page.Read(); !status.ok()) return status;
   run.state.UnlinkedList.AddChecked(page_path);

@@ -25,9 +25,17 @@ bool HtmlPage::MakeWorkText() {
 }
 
 Status HtmlPage::Replace(std::size_t begin, std::size_t end, std::string_view text) {
+  ChangeText(begin, end, text);
+  return WriteChanges();
+}
+
+void HtmlPage::ChangeText(std::size_t begin, std::size_t end, std::string_view text) {
   text_->Replace(begin, end, text);
   findings_.NoteChange(begin);
   if (work_) work_->replace(begin, end - begin, text);
+}
+
+Status HtmlPage::WriteChanges() {
   Status status = run_.files.ReplaceContent(path_, stamp_, text_->Pieces());
   run_.targets.NoteChange();
   return status;

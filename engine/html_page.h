@@ -39,6 +39,10 @@ class HtmlPage {
   /// changed, and nothing more should be done with the page.
   Status Replace(std::size_t begin, std::size_t end, std::string_view text);
 
+  /// The same without writing the page, which WriteChanges does.
+  void ChangeText(std::size_t begin, std::size_t end, std::string_view text);
+  Status WriteChanges();
+
   /// The page has another name now.
   void SetPath(std::string path);
 
@@ -46,9 +50,13 @@ class HtmlPage {
   /// finds memory, and appends the lines above the page's findings when it is the first.
   void BeginEntry(std::size_t bytes);
 
+  /// Line and column of a place.
+  PagePlace PlaceOf(std::size_t offset) { return findings_.PlaceOf(*text_, offset); }
+
   /// Tells the host of a finding for machines, as PageFindings has it.
-  void NoteFinding(FindingKind kind, std::size_t begin, std::size_t end, std::string_view message) {
-    findings_.Note(kind, path_, *text_, begin, end, message);
+  void NoteFinding(FindingKind kind, std::size_t begin, std::size_t end, std::string_view message,
+                   std::optional<std::string> proposal = std::nullopt) {
+    findings_.Note(kind, path_, *text_, begin, end, message, std::move(proposal));
   }
 
   /// True at the first call: the page's heading is to be written into the report.

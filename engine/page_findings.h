@@ -27,6 +27,9 @@ class PageFindings {
   void Note(FindingKind kind, const std::string& path, PageText& page, std::size_t begin, std::size_t end,
             std::string_view message, std::optional<std::string> proposal = std::nullopt);
 
+  /// Line and column of a place in it.
+  PagePlace PlaceOf(PageText& page, std::size_t offset) { return places_.At(page, offset); }
+
   /// The page has changed from `begin` on.
   void NoteChange(std::size_t begin) { places_.NoteChange(begin); }
 

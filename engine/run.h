@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -16,6 +17,8 @@
 #include "engine/site_rules.h"
 
 namespace tessaril {
+
+class SiteRun;
 
 /// What the user chose. The window fills it from its controls (whose names the fields bear) and may change it
 /// while a run goes on, `tsl` from its arguments; the engine reads each field when it needs it. Texts are
@@ -77,9 +80,10 @@ struct RunContext {
   const RunOptions& options;
   RunState& state;
   const Entities& entities;
-  SearchTexts texts;           // as they are searched for
-  ByteBuffer page_bytes;       // memory for the page in hand
-  LinkTargets targets{files};  // what was learned of linked files
+  SearchTexts texts;              // as they are searched for
+  ByteBuffer page_bytes;          // memory for the page in hand
+  LinkTargets targets{files};     // what was learned of linked files
+  std::shared_ptr<SiteRun> site{};  // the same by today's rules; null where classic ones hold
 
   /// Lets the user's input be handled; false when the run is to stop.
   bool HandleInput() {

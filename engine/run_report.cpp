@@ -7,6 +7,7 @@
 #include "engine/ascii.h"
 #include "engine/html_text.h"
 #include "engine/paths.h"
+#include "engine/site_run.h"
 
 namespace tessaril {
 namespace {
@@ -51,9 +52,13 @@ std::string Heading(const RunOptions& options, const SearchTexts& typed, const S
   return {};
 }
 
+std::string SectionHead(std::string_view title) {
+  return "\r\n\r\n" + std::string(50, '=') + "\r\n" + std::string(title);
+}
+
 // The pages that no checked page links to: the entries of the register that are still marked "U".
 std::string UnlinkedSection(const std::string& register_text) {
-  std::string section = "\r\n\r\n" + std::string(50, '=') + "\r\nUnlinked files:";
+  std::string section = SectionHead("Unlinked files:");
   constexpr std::string_view kUnlinked = "\r\nU";
   for (std::size_t at = register_text.find(kUnlinked); at != std::string::npos;
        at = register_text.find(kUnlinked, at + 1)) {
@@ -63,6 +68,30 @@ std::string UnlinkedSection(const std::string& register_text) {
     section.append(register_text, rest, end - rest);
   }
   return section;
+}
+
+// The targets that are missing, with the number of links that name each.
+std::string MissingSection(const SiteRun& site) {
+  const auto missing = site.Missing();
+  if (missing.empty()) return {};
+  std::string section = SectionHead("Missing targets:");
+  const std::size_t width = std::to_string(missing.front().second).size();
+  for (const auto& [target, links] : missing) {
+    const std::string count = std::to_string(links);
+    section += "\r\n     " + std::string(width - count.size(), ' ') + count + "  " + target;
+  }
+  return section;
+}
+
+// What a report of links ends with.
+std::string EndOfLinks(RunContext& run) {
+  const bool whole = !run.options.MarkedOnly;
+  if (!run.site) return whole ? UnlinkedSection(run.state.UnlinkedList.text()) : "";
+  std::string end = MissingSection(*run.site);
+  if (!whole) return end;
+  end += SectionHead("Unlinked files:");
+  for (const std::string& path : run.site->Unlinked(run.options.dirList)) end += "\r\n     " + path;
+  return end;
 }
 
 // Puts `before` and `after` around `text`. When memory is short, the end of the text makes room for them:
@@ -89,15 +118,14 @@ std::string MakeHeader(const RunOptions& options, const SearchTexts& typed, cons
   return line + ":\r\n\r\n" + Heading(options, typed, searched);
 }
 
-void FinishReport(const std::string& header, const RunOptions& options, RunState& state) {
+void FinishReport(const std::string& header, RunContext& run) {
   constexpr std::size_t kLeastFindings = 40;  // no entry with its file's header is shorter
+  RunState& state = run.state;
   if (state.Results.size() < kLeastFindings) state.Results = "\r\n*** None ***";
   std::string tail;
   if (state.StopRequested) tail += "\r\n\r\n   *** Stopped ***\r\nin file " + state.RunFile;
   tail += CrLf;
-  if (options.function == Function::kLinks && !options.MarkedOnly && !state.StopRequested) {
-    tail += UnlinkedSection(state.UnlinkedList.text());
-  }
+  if (run.options.function == Function::kLinks && !state.StopRequested) tail += EndOfLinks(run);
   state.ReportTitle = "Report";
   Surround(header, tail, state.Results);
 }

@@ -6,6 +6,7 @@
 #include "engine/file_filter.h"
 #include "engine/folder_walk.h"
 #include "engine/run_report.h"
+#include "engine/site_run.h"
 
 namespace tessaril {
 namespace {
@@ -78,6 +79,9 @@ RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const Ru
   state.RoomForEnd = header.size() + kRoomForStopLines;
   const FunctionRow& function = RowOf(options.function);
   RunContext run{files, host, options, state, entities, searched, {}};
+  if (options.JudgesByToday() && options.function == Function::kLinks) {
+    run.site = std::make_shared<SiteRun>(files, options, [&run] { return run.HandleInput(); });
+  }
   FolderWalk(run, function.worker).WalkFolder(options.dirList);
   if (Status status = files.FlushFolder(); !status.ok()) {
     host.TellFailure(files.CurrentFolder(), status.reason());
@@ -88,7 +92,7 @@ RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const Ru
     FinishPage(header, state);
     host.ShowPage(state.Results);
   } else {
-    FinishReport(header, options, state);
+    FinishReport(header, run);
     host.ShowReport(state.Results, state.ReportTitle);
   }
   return {true, found};

@@ -52,17 +52,17 @@ bool IsViewOfPicture(std::string_view fragment) {
 
 }  // namespace
 
-std::string_view TextOf(std::string_view value, Spelling spelling, std::string_view page,
-                        std::string& memory) {
-  const bool is_ascii = IsAscii(value);
-  if (!is_ascii && DetectEncoding(page) == PageEncoding::kEightBit) {
-    memory = EightBitToUtf8(value);
-    std::string resolved;
-    const std::string_view text = ResolveSpelling(memory, spelling, resolved);
-    if (text.data() != memory.data()) memory = std::move(resolved);
-    return memory;
-  }
-  return ResolveSpelling(value, spelling, memory);
+PageEncoding PageValues::encoding() {
+  if (!encoding_) encoding_ = DetectEncoding(page_);
+  return *encoding_;
+}
+
+std::string_view PageValues::Read(std::string_view value, Spelling spelling, std::string& memory) {
+  if (IsAscii(value) || encoding() == PageEncoding::kUtf8) return ResolveSpelling(value, spelling, memory);
+  const std::string characters = EightBitToUtf8(value);
+  std::string resolved;
+  memory = ResolveSpelling(characters, spelling, resolved);
+  return memory;
 }
 
 SiteIndex::SiteIndex(Files& files, const RunOptions& options, std::function<bool()> handle_input)
@@ -99,12 +99,13 @@ SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStam
   const PageForm form = FormOf(file);
   FindPageLinks(text, form == PageForm::kNone ? PageForm::kHtml : form, links_);
   std::vector<std::string> maps;
-  TakeAnchors(links_, text, page, maps);
+  PageValues values(text);
+  TakeAnchors(links_, values, page, maps);
   const Base base = BaseOf(file, links_.base);
   const bool may_be_cgi =
       !CgiName().empty() && ByteSearch(CgiName(), LetterCase::kExact).Find(text) != ByteSearch::kNone;
   for (const PageLink& link : links_.links) {
-    const std::string_view value = TextOf(link.value, link.spelling, text, memory_);
+    const std::string_view value = values.Read(link.value, link.spelling, memory_);
     if (!link.is_map) {
       TakeLink(value, base, may_be_cgi, page);
     } else if (!value.starts_with('#') ||
@@ -118,10 +119,10 @@ SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStam
   return page;
 }
 
-void SiteIndex::TakeAnchors(const PageLinks& links, std::string_view text, SitePage& page,
+void SiteIndex::TakeAnchors(const PageLinks& links, PageValues& values, SitePage& page,
                             std::vector<std::string>& maps) {
   for (const PageAnchor& anchor : links.anchors) {
-    const std::string_view name = TextOf(anchor.value, Spelling::kAttribute, text, memory_);
+    const std::string_view name = values.Read(anchor.value, Spelling::kAttribute, memory_);
     if (anchor.is_map) {
       maps.emplace_back(name);
     } else if (!page.anchors.Add(name) && anchor.counts_twice) {
@@ -181,6 +182,11 @@ bool SiteIndex::HasFragment(SiteEntry& file, std::string_view fragment) {
   if (fragment.find('%') == std::string_view::npos) return false;
   const std::string decoded = PercentDecoded(fragment);
   return IsAlwaysThere(decoded) || page.anchors.Has(decoded);
+}
+
+Status SiteIndex::Examine(const std::string& path) {
+  FileStamp stamp;
+  return files_.Examine(path, stamp);
 }
 
 SiteIndex::Base SiteIndex::BaseOf(SiteEntry& page, const std::optional<std::string_view>& base) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -19,6 +20,22 @@
 #include "engine/site_tree.h"
 
 namespace tessaril {
+
+/// The texts of the links and anchors of a page: spelling resolved, in UTF-8. What the bytes of the page mean
+/// is found out when it first matters.
+class PageValues {
+ public:
+  explicit PageValues(std::string_view page) : page_(page) {}
+
+  /// `memory` is used where the text is not what stands in the page.
+  std::string_view Read(std::string_view value, Spelling spelling, std::string& memory);
+
+  PageEncoding encoding();
+
+ private:
+  std::string_view page_;
+  std::optional<PageEncoding> encoding_;
+};
 
 /// Where the path of a link leads.
 struct SiteTarget {
@@ -96,6 +113,9 @@ class SiteIndex {
   /// Whether a fragment (percent-encoded) of a file leads somewhere.
   bool HasFragment(SiteEntry& file, std::string_view fragment);
 
+  /// Whether a file can be opened.
+  Status Examine(const std::string& path);
+
   const SiteRules& rules() const { return options_.site->rules; }
 
  private:
@@ -113,7 +133,7 @@ class SiteIndex {
   void Follow(SiteTarget& target, bool leaves_site);
   SiteEntry* FindAnyCase(SiteTarget& target);
   SiteEntry* FileOf(SiteEntry& entry, bool names_folder, std::optional<FindingKind>& fault);
-  void TakeAnchors(const PageLinks& links, std::string_view text, SitePage& page,
+  void TakeAnchors(const PageLinks& links, PageValues& values, SitePage& page,
                    std::vector<std::string>& maps);
   void TakeLink(std::string_view link, const Base& base, bool may_be_cgi, SitePage& page);
   void MarkLinked(const Base& base, SiteEntry* file, SitePage& page);
@@ -136,11 +156,6 @@ class SiteIndex {
   std::string memory_;
   std::string address_memory_;
 };
-
-/// The text of a link or anchor of a page: its spelling resolved, in UTF-8. `memory` is used where it is not
-/// what stands in the page.
-std::string_view TextOf(std::string_view value, Spelling spelling, std::string_view page,
-                        std::string& memory);
 
 }  // namespace tessaril
 

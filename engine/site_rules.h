@@ -2,9 +2,13 @@
 #define TESSARIL_ENGINE_SITE_RULES_H_
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tessaril {
+
+/// The name of the file in a site's root folder that says what its author wants.
+inline constexpr std::string_view kSiteFileName = "tessaril.toml";
 
 /// By which rules links and entities are judged: the classic ones, or as a visitor's browser judges them.
 enum class Rules { kClassic, kToday };

@@ -109,7 +109,7 @@ SitePath ResolveSitePath(std::string_view path, const std::vector<std::string>& 
 
 std::string EncodedName(std::string_view name) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
-  constexpr std::string_view kSpecial = " \"#%<>?\\`{}'&:";
+  constexpr std::string_view kSpecial = " \"#%<>?\\`{}'&";
   std::string encoded;
   for (const char c : name) {
     const auto code = static_cast<unsigned char>(c);

@@ -13,8 +13,6 @@
 
 namespace tessaril {
 
-inline constexpr std::string_view kSiteFileName = "tessaril.toml";
-
 /// The rules that the text of a site file states; a key that it leaves out has its default. On failure the
 /// reason begins "line 3, column 5: " (both count from 1, columns count characters) and says what is
 /// expected, and `rules` are as they were: nothing holds of a file that is not understood as a whole.

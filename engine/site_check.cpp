@@ -1,0 +1,178 @@
+#include "engine/site_check.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "engine/ascii.h"
+#include "engine/html_page.h"
+#include "engine/page_encoding.h"
+#include "engine/report_pieces.h"
+#include "engine/site_findings.h"
+#include "engine/site_run.h"
+
+namespace tessaril {
+namespace {
+
+// The check of one page that has findings.
+class SiteCheck {
+ public:
+  SiteCheck(HtmlPage& page, SiteEntry& file, RunContext& run)
+      : page_(page), file_(file), run_(run), finder_(file, *run.site) {}
+
+  Status Run();
+
+ private:
+  bool WantsProposals() const {
+    return run_.options.ShowEach || run_.options.AcceptCertain || run_.host.WantsFindings();
+  }
+  void Find(std::size_t from);
+  bool Report(const SiteFinding& finding);
+  bool PutToUser(const SiteFinding& finding, const std::string& error, const PageText::Span& span,
+                 const std::string& excerpt);
+  void NoteMissing(const SiteFinding& finding) {
+    if (!finding.missing.empty()) run_.site->NoteMissing(finding.missing);
+  }
+  bool Correct(const PageText::Span& span, const std::string& text);
+  void GoOnBehind(const SiteFinding& finding, bool as_proposed, std::size_t excerpt_begin);
+  Status WriteAll();
+
+  HtmlPage& page_;
+  SiteEntry& file_;
+  RunContext& run_;
+  SiteFinder finder_;
+  Status status_;
+  std::vector<SiteFinding> findings_;  // still to be told
+  std::size_t next_ = 0;
+  std::size_t shift_ = 0;  // how far the page has grown in front of them; what it has shrunk counts down
+  std::vector<std::pair<std::size_t, std::size_t>>
+      unwritten_;  // where `Results` tells of changes, and how long
+  bool changed_ = false;
+};
+
+Status SiteCheck::Run() {
+  Find(0);
+  while (next_ < findings_.size() && status_.ok() && run_.HandleInput()) {
+    SiteFinding finding = std::move(findings_[next_++]);
+    finding.begin += shift_;
+    finding.end += shift_;
+    if (!Report(finding)) break;
+  }
+  if (!unwritten_.empty() && status_.ok()) status_ = WriteAll();
+  if (changed_) run_.site->index.Take(file_, page_.text().Tail(0), page_.stamp());
+  return status_;
+}
+
+void SiteCheck::Find(std::size_t from) {
+  findings_ = finder_.Find(page_.text().Tail(0), from, WantsProposals());
+  next_ = 0;
+  shift_ = 0;
+}
+
+// False when the check of the page ends.
+bool SiteCheck::Report(const SiteFinding& finding) {
+  constexpr std::size_t kBefore = 21;  // bytes of the excerpt in front of a link,
+  constexpr std::size_t kMore = 101;   // and besides those of the link in all
+  PageText& text = page_.text();
+  const std::size_t first = finding.begin - std::min(finding.begin, kBefore);
+  const PageText::Span span = text.WholeCharacters(first, first + (finding.end - finding.begin) + kMore);
+  const PagePlace place = page_.PlaceOf(finding.begin);
+  const std::string error =
+      finding.message + ", line " + std::to_string(place.line) + ", column " + std::to_string(place.column);
+  std::string excerpt;
+  text.AppendSlice(span.begin, span.end, excerpt);
+  page_.BeginEntry(error.size() + excerpt.size());
+  AppendLinkError(error, excerpt, run_.state.Results);
+  page_.NoteFinding(finding.kind, finding.begin, finding.end, finding.message, finding.proposal);
+  const bool is_shown = run_.options.ShowEach || (run_.options.AcceptCertain && finding.is_certain);
+  if (is_shown) return PutToUser(finding, error, span, excerpt);
+  NoteMissing(finding);
+  return true;
+}
+
+bool SiteCheck::PutToUser(const SiteFinding& finding, const std::string& error, const PageText::Span& span,
+                          const std::string& excerpt) {
+  const std::size_t start = std::min(finding.begin - span.begin, excerpt.size());
+  const std::size_t length = std::min(finding.end - finding.begin, excerpt.size() - start);
+  Proposal proposal;
+  proposal.FileName = page_.FileName();
+  proposal.SearchText = error;
+  proposal.ReplaceText = excerpt;
+  proposal.ReplaceSelection = {start, length};
+  if (finding.proposal) {
+    proposal.ReplaceText->replace(start, length, *finding.proposal);
+    proposal.ReplaceSelection.length = finding.proposal->size();
+  }
+  proposal.encoding = page_.text().Encoding();
+  proposal.line_end = page_.text().LineEnd();
+  const ProposalAnswer answer = run_.host.Propose(proposal);
+  if (answer.ReplaceAnswer == kStop) run_.state.StopRequested = true;
+  if (answer.ReplaceAnswer == kReplace && answer.ReplaceText != excerpt) {
+    if (!Correct(span, answer.ReplaceText)) return false;
+    GoOnBehind(finding, finding.proposal && answer.ReplaceText == *proposal.ReplaceText, span.begin);
+  } else {
+    NoteMissing(finding);
+  }
+  return answer.ReplaceAnswer != kStop;
+}
+
+bool SiteCheck::Correct(const PageText::Span& span, const std::string& text) {
+  std::string change(CrLf);
+  AppendWasChanged(text, change);
+  run_.state.MakeRoom(change.size());
+  page_.ChangeText(span.begin, span.end, text);
+  changed_ = true;
+  if (run_.host.AnswersUnasked()) {
+    unwritten_.emplace_back(run_.state.Results.size(), change.size());
+  } else {
+    status_ = page_.WriteChanges();
+    if (!status_.ok()) return false;
+  }
+  run_.state.Results += change;
+  return true;
+}
+
+// After a change. A link that was replaced as proposed leaves the rest of the page as it was; it is looked at
+// again itself. Whatever else was changed, the page is looked through anew from there.
+void SiteCheck::GoOnBehind(const SiteFinding& finding, bool as_proposed, std::size_t excerpt_begin) {
+  if (!as_proposed || !run_.host.AnswersUnasked()) {
+    run_.site->index.Take(file_, page_.text().Tail(0), page_.stamp());
+    Find(as_proposed ? finding.begin : excerpt_begin);
+    return;
+  }
+  shift_ += finding.proposal->size() - (finding.end - finding.begin);
+  const PageLink corrected{*finding.proposal, finding.spelling};
+  std::optional<SiteFinding> again = finder_.Judge(corrected, finding.begin, WantsProposals());
+  if (!again) return;
+  again->is_certain = false;
+  (void)Report(*again);
+}
+
+// The pages that are written at once in the end: when that fails, the report is not to tell of a change.
+Status SiteCheck::WriteAll() {
+  Status status = page_.WriteChanges();
+  if (status.ok()) return status;
+  for (auto change = unwritten_.rbegin(); change != unwritten_.rend(); ++change) {
+    run_.state.Results.erase(change->first, change->second);
+  }
+  return status;
+}
+
+}  // namespace
+
+Status CheckSitePage(RunContext& run) {
+  SiteIndex& index = run.site->index;
+  SiteEntry* const file = index.tree().OfPath(run.state.RunFile);
+  if (file == nullptr) return Status::Failure("Came after the site was looked through");
+  if (index.FormOf(*file) == PageForm::kNone && FormOfListed(file->name) == PageForm::kNone) return {};
+  if (index.IsInOrder(*file)) return {};
+  if (const Status& reading = file->page->reading; !reading.ok())
+    return run.state.StopRequested ? Status() : reading;
+  HtmlPage page(run.state.RunFile, run);
+  if (Status status = page.Read(); !status.ok()) return status;
+  if (page.stamp() != file->page->stamp) index.Take(*file, page.text().Tail(0), page.stamp());
+  return SiteCheck(page, *file, run).Run();
+}
+
+}  // namespace tessaril

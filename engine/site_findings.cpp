@@ -1,0 +1,152 @@
+#include "engine/site_findings.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include "engine/page_encoding.h"
+#include "engine/paths.h"
+#include "engine/web_address.h"
+
+namespace tessaril {
+namespace {
+
+constexpr std::string_view kUpperCase =
+    "Found UPPERcase characters in link filename! Correct manually to lowercase if suitable!";
+
+std::string SitePathOf(const SiteTarget& target) {
+  std::string path;
+  for (const std::string& name : target.names) path += "/" + name;
+  if (path.empty() || target.names_folder) path += "/";
+  return path;
+}
+
+}  // namespace
+
+std::vector<SiteFinding> SiteFinder::Find(std::string_view text, std::size_t from, bool with_proposals) {
+  const PageForm form = site_.index.FormOf(file_);
+  FindPageLinks(text, form == PageForm::kNone ? PageForm::kHtml : form, links_);
+  values_.emplace(text);
+  base_ = site_.index.BaseOf(file_, links_.base);
+  std::vector<SiteFinding> findings;
+  const auto place = [text](std::string_view value) {
+    return static_cast<std::size_t>(value.data() - text.data());
+  };
+  FindAnchors(text, from, findings);
+  for (const PageLink& link : links_.links) {
+    const std::size_t begin = place(link.value);
+    if (begin < from) continue;
+    if (std::optional<SiteFinding> finding = JudgeCase(link, begin)) findings.push_back(std::move(*finding));
+    if (std::optional<SiteFinding> finding = Judge(link, begin, with_proposals)) {
+      findings.push_back(std::move(*finding));
+    }
+  }
+  std::stable_sort(findings.begin(), findings.end(),
+                   [](const SiteFinding& a, const SiteFinding& b) { return a.begin < b.begin; });
+  return findings;
+}
+
+// Anchors that are there already, and the names of maps.
+void SiteFinder::FindAnchors(std::string_view text, std::size_t from, std::vector<SiteFinding>& findings) {
+  AnchorSet anchors;
+  maps_.clear();
+  std::string memory;
+  for (const PageAnchor& anchor : links_.anchors) {
+    const std::string_view name = values_->Read(anchor.value, Spelling::kAttribute, memory);
+    if (anchor.is_map) {
+      maps_.emplace_back(name);
+    } else if (!anchors.Add(name) && anchor.counts_twice) {
+      const auto begin = static_cast<std::size_t>(anchor.value.data() - text.data());
+      if (begin < from) continue;
+      findings.push_back({FindingKind::kAnchorTwice, begin, begin + anchor.value.size(),
+                          "Anchor defined twice: " + std::string(name), std::nullopt});
+    }
+  }
+}
+
+std::optional<SiteFinding> SiteFinder::Judge(const PageLink& link, std::size_t begin, bool with_proposals) {
+  std::string memory;
+  const std::string_view value = values_->Read(link.value, link.spelling, memory);
+  SiteFinding finding{FindingKind::kMissingAnchor, begin, begin + link.value.size(), {}, std::nullopt};
+  finding.spelling = link.spelling;
+  if (link.is_map) {
+    if (value.starts_with('#') && std::find(maps_.begin(), maps_.end(), value.substr(1)) != maps_.end()) {
+      return std::nullopt;
+    }
+    finding.message = "No corresponding anchor: " + std::string(value);
+    return finding;
+  }
+  const JudgedLink judged = site_.index.Judge(value, base_);
+  if (!judged.fault) return std::nullopt;
+  finding.kind = *judged.fault;
+  finding.message = MessageFor(judged);
+  finding.missing = MissingOf(judged);
+  if (!with_proposals) return finding;
+  if (auto proposal = site_.proposals.For(judged, link.value, value, link.spelling, base_)) {
+    finding.proposal = WrittenBytes(proposal->value, values_->encoding());
+    finding.is_certain = proposal->is_certain;
+  }
+  return finding;
+}
+
+// Upper-case letters in the name of a file that is there.
+std::optional<SiteFinding> SiteFinder::JudgeCase(const PageLink& link, std::size_t begin) {
+  if (link.is_map || !site_.index.rules().lowercase_names) return std::nullopt;
+  std::string memory;
+  const JudgedLink judged = site_.index.Judge(values_->Read(link.value, link.spelling, memory), base_);
+  if (judged.target == nullptr || !judged.target->has_upper_case) return std::nullopt;
+  SiteFinding finding{FindingKind::kUpperCaseLink, begin, begin + link.value.size(), std::string(kUpperCase),
+                      std::nullopt};
+  finding.spelling = link.spelling;
+  return finding;
+}
+
+std::string SiteFinder::MessageFor(const JudgedLink& judged) {
+  SiteTree& tree = site_.index.tree();
+  switch (*judged.fault) {
+    case FindingKind::kFileLink:
+      return "Link to internal file!";
+    case FindingKind::kLeavesSite:
+      return "Link leaves the site";
+    case FindingKind::kMissingAnchor:
+      return "No corresponding anchor: " + judged.fragment;
+    case FindingKind::kLetterCase:
+      return "Differs in letter case: " + tree.PathOf(*judged.target->file);
+    case FindingKind::kNoIndexFile:
+      return "No index file in folder: " + PathOf(*judged.target);
+    default:
+      return ReasonFor(*judged.target) + ": " + PathOf(*judged.target);
+  }
+}
+
+std::string SiteFinder::PathOf(const SiteTarget& target) {
+  std::string path = site_.index.tree().PathOf(site_.index.tree().root());
+  for (const std::string& name : target.names) path = JoinPath(path, name);
+  return path;
+}
+
+// Why a file cannot be opened, in the system's words.
+std::string SiteFinder::ReasonFor(const SiteTarget& target) {
+  SiteTree& tree = site_.index.tree();
+  const SiteEntry* const entry = tree.Find(target.names);
+  if (entry == nullptr) return Status::System(ENOENT).reason();
+  if (entry->page && !entry->page->reading.ok()) return entry->page->reading.reason();
+  if (entry->is_file()) return Status::System(target.names_folder ? ENOTDIR : ENOENT).reason();
+  const Status status = site_.index.Examine(PathOf(target));
+  return (status.ok() ? Status::System(ENOENT) : status).reason();
+}
+
+// What the list of missing targets calls it; empty for what is not missing.
+std::string SiteFinder::MissingOf(const JudgedLink& judged) const {
+  switch (*judged.fault) {
+    case FindingKind::kMissingFile:
+    case FindingKind::kNoIndexFile:
+      return SitePathOf(*judged.target);
+    case FindingKind::kMissingAnchor:
+      return "/" + site_.index.tree().SitePathOf(*judged.target->file) + "#" + judged.fragment;
+    default:
+      return {};
+  }
+}
+
+}  // namespace tessaril

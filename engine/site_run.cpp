@@ -1,0 +1,73 @@
+#include "engine/site_run.h"
+
+#include <algorithm>
+
+#include "engine/site_patterns.h"
+#include "engine/web_address.h"
+
+namespace tessaril {
+
+std::vector<std::pair<std::string, std::size_t>> SiteRun::Missing() const {
+  std::vector<std::pair<std::string, std::size_t>> missing(missing_.begin(), missing_.end());
+  std::stable_sort(missing.begin(), missing.end(),
+                   [](const auto& a, const auto& b) { return a.second > b.second; });
+  return missing;
+}
+
+// What a page says of other files is known when it has been read.
+void SiteRun::ReadAll() {
+  SiteTree& tree = index.tree();
+  std::vector<SiteEntry*> unread;
+  tree.ForEachFile(tree.root(), [&](SiteEntry& file) {
+    if (!file.page && index.FormOf(file) != PageForm::kNone && !index.IsIgnored(file))
+      unread.push_back(&file);
+  });
+  for (SiteEntry* const file : unread) (void)index.PageOf(*file);
+}
+
+// Follows the links from the start pages on; what is not reached so is not linked.
+void SiteRun::MarkByWays(const std::vector<std::string>& start) {
+  SiteTree& tree = index.tree();
+  tree.ForEachFile(tree.root(), [](SiteEntry& file) { file.is_linked = false; });
+  std::vector<SiteEntry*> open;
+  for (const std::string& path : start) {
+    SiteEntry* const page = tree.Find(ResolveSitePath(path, {}).names);
+    if (page != nullptr && page->is_file()) open.push_back(page);
+  }
+  while (!open.empty()) {
+    SiteEntry* const page = open.back();
+    open.pop_back();
+    if (std::exchange(page->is_linked, true) || !page->page) continue;
+    open.insert(open.end(), page->page->leads_to.begin(), page->page->leads_to.end());
+  }
+}
+
+std::vector<std::string> SiteRun::Unlinked(const std::string& folder) {
+  SiteTree& tree = index.tree();
+  const SiteRules& rules = index.rules();
+  ReadAll();
+  if (!rules.start.empty()) MarkByWays(rules.start);
+  // The site's own address leads to its first page.
+  for (const std::string& name : rules.index) {
+    SiteEntry* const first = tree.Child(tree.root(), name);
+    if (first == nullptr || !first->is_file()) continue;
+    first->is_linked = true;
+    break;
+  }
+  const SitePatterns allowed(rules.allow_unlinked);
+  std::vector<std::string> pages;
+  std::vector<std::string> others;
+  SiteEntry* const top = tree.OfPath(folder);
+  if (top == nullptr) return pages;
+  tree.ForEachFile(*top, [&](SiteEntry& file) {
+    const std::string path = tree.SitePathOf(file);
+    if (file.is_linked || path == kSiteFileName || index.IsIgnored(file) || allowed.Match(path)) return;
+    const PageForm form = index.FormOf(file);
+    const bool is_page = form == PageForm::kHtml || form == PageForm::kXml;
+    (is_page ? pages : others).push_back(tree.PathOf(file));
+  });
+  pages.insert(pages.end(), others.begin(), others.end());
+  return pages;
+}
+
+}  // namespace tessaril

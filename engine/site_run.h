@@ -1,0 +1,45 @@
+#ifndef TESSARIL_ENGINE_SITE_RUN_H_
+#define TESSARIL_ENGINE_SITE_RUN_H_
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "engine/link_proposals.h"
+#include "engine/site_index.h"
+
+namespace tessaril {
+
+/// What a run that judges the links of a site by today's rules knows of it, and what it gathers for the end
+/// of its report.
+class SiteRun {
+ public:
+  SiteRun(Files& files, const RunOptions& options, std::function<bool()> handle_input)
+      : index(files, options, std::move(handle_input)), proposals(index) {}
+
+  SiteIndex index;
+  LinkProposals proposals;
+
+  /// A link leads to this missing file or anchor: its path from the site's root on.
+  void NoteMissing(const std::string& target) { ++missing_[target]; }
+
+  /// Missing targets and how many links name each, the most first, ties by name.
+  std::vector<std::pair<std::string, std::size_t>> Missing() const;
+
+  /// The paths of the files in the folder `folder` and below to which nothing leads, pages first. Reads the
+  /// pages and style sheets of the site that are not known yet.
+  std::vector<std::string> Unlinked(const std::string& folder);
+
+ private:
+  void ReadAll();
+  void MarkByWays(const std::vector<std::string>& start);
+
+  std::map<std::string, std::size_t> missing_;
+};
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_ENGINE_SITE_RUN_H_
