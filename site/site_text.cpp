@@ -34,6 +34,19 @@ std::size_t WrongPlace(const TomlValue& value) {
   return wrong == value.elements.end() ? value.begin : wrong->begin;
 }
 
+std::string Expectation(const SiteKey& key) {
+  return std::string(key.name) + " must be " + std::string(key.expected);
+}
+
+// What may be meant where the text is no TOML, as a word without quotes: the key whose line it is tells.
+std::string Hint(std::string_view text, std::size_t fault) {
+  const std::size_t line_end = text.substr(0, fault).rfind('\n');
+  std::string_view line = text.substr(line_end == std::string_view::npos ? 0 : line_end + 1);
+  line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+  const SiteKey* const key = FindKey(line.substr(0, line.find_first_of(" \t=\r\n")));
+  return key == nullptr ? "" : "; " + Expectation(*key);
+}
+
 std::string Line(const SiteKey& key, const SiteRules& rules) {
   return std::string(key.name) + " = " + key.state(rules);
 }
@@ -42,7 +55,12 @@ std::string Line(const SiteKey& key, const SiteRules& rules) {
 
 Status ReadSiteRules(std::string_view text, SiteRules& rules) {
   std::vector<TomlEntry> entries;
-  if (Status status = ReadToml(text, entries); !status.ok()) return status;
+  std::size_t fault = 0;
+  if (Status status = ReadToml(text, entries, fault); !status.ok()) {
+    const bool is_there_twice = status.reason().find("cannot redefine") != std::string::npos;
+    return Status::Failure(status.reason() +
+                           (is_there_twice ? "; a key may stand only once" : Hint(text, fault)));
+  }
   SiteRules read;
   for (const TomlEntry& entry : entries) {
     const SiteKey* const key = FindKey(entry.key);
@@ -51,8 +69,7 @@ Status ReadSiteRules(std::string_view text, SiteRules& rules) {
                              "\"; expected is one of " + AllNames());
     }
     if (!key->take(entry.value, read)) {
-      return Status::Failure(TomlPlace(text, WrongPlace(entry.value)) + entry.key + " must be " +
-                             std::string(key->expected));
+      return Status::Failure(TomlPlace(text, WrongPlace(entry.value)) + Expectation(*key));
     }
   }
   rules = std::move(read);
@@ -70,7 +87,8 @@ std::string NewSiteText(const SiteRules& rules) {
 std::string ChangedSiteText(std::string_view text, const SiteRules& rules) {
   std::vector<TomlEntry> entries;
   SiteRules old_rules;
-  if (!ReadSiteRules(text, old_rules).ok() || !ReadToml(text, entries).ok()) return std::string(text);
+  std::size_t fault = 0;
+  if (!ReadSiteRules(text, old_rules).ok() || !ReadToml(text, entries, fault).ok()) return std::string(text);
   std::string changed(text);
   std::string missing;
   const std::string line_end = text.find("\r\n") == std::string_view::npos ? "\n" : "\r\n";
