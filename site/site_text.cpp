@@ -1,5 +1,8 @@
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
+#include "site/list_edit.h"
 #include "site/site_file.h"
 #include "site/site_keys.h"
 #include "site/toml_text.h"
@@ -89,24 +92,21 @@ std::string ChangedSiteText(std::string_view text, const SiteRules& rules) {
   SiteRules old_rules;
   std::size_t fault = 0;
   if (!ReadSiteRules(text, old_rules).ok() || !ReadToml(text, entries, fault).ok()) return std::string(text);
-  std::string changed(text);
-  std::string missing;
+  std::vector<TextEdit> edits;
   const std::string line_end = text.find("\r\n") == std::string_view::npos ? "\n" : "\r\n";
+  std::string missing = text.empty() || text.back() == '\n' ? "" : line_end;
   for (const SiteKey& key : AllSiteKeys()) {
     if (key.state(rules) == key.state(old_rules)) continue;
-    if (std::ranges::find(entries, key.name, &TomlEntry::key) == entries.end()) {
-      missing += Line(key, rules) + line_end;
+    const auto entry = std::ranges::find(entries, key.name, &TomlEntry::key);
+    if (entry == entries.end()) {
+      edits.push_back({text.size(), text.size(), std::exchange(missing, "") + Line(key, rules) + line_end});
+    } else if (key.list != nullptr) {
+      std::ranges::move(EditsOfList(text, entry->value, rules.*key.list), std::back_inserter(edits));
+    } else {
+      edits.push_back({entry->value.begin, entry->value.end, key.state(rules)});
     }
   }
-  // From the last entry to the first, so that the places of the others stay.
-  std::ranges::reverse(entries);
-  for (const TomlEntry& entry : entries) {
-    const SiteKey& key = *FindKey(entry.key);
-    if (key.state(rules) == key.state(old_rules)) continue;
-    changed.replace(entry.value.begin, entry.value.end - entry.value.begin, key.state(rules));
-  }
-  if (!missing.empty() && !changed.empty() && changed.back() != '\n') changed += line_end;
-  return changed + missing;
+  return Edited(text, std::move(edits));
 }
 
 }  // namespace tessaril

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <random>
 
 #include "cli/site_choice.h"
 #include "engine/disk_files.h"
@@ -15,6 +16,12 @@ namespace {
 
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
+
+std::size_t CountOf(std::string_view key, std::string_view text) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(key); at != std::string_view::npos; at = text.find(key, at + 1)) ++count;
+  return count;
+}
 
 TEST(SiteRules, ComeOfEveryWayToWriteThem) {
   const std::string text =
@@ -72,6 +79,78 @@ TEST(SiteRules, AreUnderstoodAsAWholeOrNotAtAll) {
     const std::string reason = ReadSiteRules(row.text, rules).reason();
     EXPECT_TRUE(reason.starts_with(row.reason)) << row.text << "\n" << reason;
     EXPECT_EQ(rules.index, Names{"kept"}) << row.text;
+  }
+}
+
+TEST(SiteRules, ChangeOnlyTheirOwnBytes) {
+  const struct {
+    std::string before;
+    Names start;  // the one list that changes
+    std::string after;
+  } rows[] = {
+      {"start = []", {"a", "b"}, "start = [\"a\", \"b\"]"},
+      {"start = [ # c\n]", {"a"}, "start = [\"a\" # c\n]"},
+      {"start = ['a']", {"a", "b"}, "start = ['a', \"b\"]"},
+      {"start = [ 'a' , ] # c", {"a", "b"}, "start = [ 'a' , \"b\", ] # c"},
+      {"start = ['b']", {"a", "b"}, "start = [\"a\", 'b']"},
+      {"start = ['a', 'b', 'c']", {"a", "c"}, "start = ['a', 'c']"},
+      {"start = ['a', 'b', 'c']", {"b", "d"}, "start = ['b', \"d\"]"},
+      {"start = ['a', 'b', 'c']", {"a"}, "start = ['a']"},
+      {"start = ['a', 'b', 'c']", {}, "start = []"},
+      {"start = ['a']", {"#]"}, "start = [\"#]\"]"},
+      {"start = ['#', ']']#\n#", {"]"}, "start = [']']#\n#"},
+      {"start = ['a'\n# c,\n, 'b']", {"b"}, "start = [\n# c,\n 'b']"},
+      {"start = [\r\n\t'a', # A\r\n\t'c' # C\r\n]\r\n",
+       {"a", "b", "c", "d"},
+       "start = [\r\n\t'a', # A\r\n\t\"b\",\r\n\t'c', # C\r\n\t\"d\"\r\n]\r\n"},
+      {"start = [\n  'a', # A\n  'b',\n  'c',\n]", {"c", "d"}, "start = [\n  # A\n  'c',\n  \"d\",\n]"},
+      {"start = [\n  'a', # A\n  'b'\n]", {"a"}, "start = [\n  'a' # A\n]"},
+      {"rules = 'classic' # c\r\n# d", {"a"}, "rules = 'classic' # c\r\n# d\r\nstart = [\"a\"]\r\n"},
+      {"\xEF\xBB\xBF# \xC3\xA4\n\"start\" = [ '\xC3\xA4',\n]",
+       {},
+       "\xEF\xBB\xBF# \xC3\xA4\n\"start\" = [ \n]"},
+  };
+  SiteRules rules;
+  for (const auto& row : rows) {
+    ASSERT_TRUE(ReadSiteRules(row.before, rules).ok()) << row.before;
+    EXPECT_EQ(ChangedSiteText(row.before, rules), row.before);
+    rules.start = row.start;
+    EXPECT_EQ(ChangedSiteText(row.before, rules), row.after);
+  }
+  rules = {Rules::kClassic, {"index.html"}, {}, {}, true, {"s"}, {}, {"x"}, true};
+  EXPECT_EQ(ChangedSiteText(
+                "entities = '''utf-8''' # e\nlowercase_names=false# l\n\nindex = []\nstart = ['s']\n", rules),
+            "entities = \"ascii\" # e\nlowercase_names=true# l\n\nindex = [\"index.html\"]\nstart = ['s']\n"
+            "rules = \"classic\"\nallow_unlinked = [\"x\"]\n");
+}
+
+// Whatever a list looks like and becomes: it states the new texts, and no comment is lost.
+TEST(SiteRules, ChangeInEveryLayout) {
+  std::mt19937 random(11);
+  const auto one_of = [&random](const Names& words) { return words[random() % words.size()]; };
+  const auto texts = [&] {
+    Names names(random() % 6);
+    for (std::string& name : names) name = one_of({"a", "b", "c", "#", "]", ",", "\xC3\xA4"});
+    return names;
+  };
+  const auto gap = [&] { return one_of({"", "", " ", "\n  ", " # x,\n", "\r\n#]\r\n\t", "\n\n"}); };
+  for (int i = 0; i < 20000; ++i) {
+    const Names olds = texts();
+    std::string text = "# top\nstart = [" + gap();
+    for (std::size_t j = 0; j < olds.size(); ++j) {
+      text += "'" + olds[j] + "'" + gap() + (j + 1 < olds.size() || random() % 2 == 0 ? "," : "") + gap();
+    }
+    text += "] # end";
+    SiteRules rules;
+    ASSERT_EQ(ReadSiteRules(text, rules).reason(), "") << text;
+    rules.start = texts();
+    const std::string changed = ChangedSiteText(text, rules);
+    SiteRules stated;
+    ASSERT_EQ(ReadSiteRules(changed, stated).reason(), "") << text << "\n->\n" << changed;
+    ASSERT_EQ(stated.start, rules.start) << text << "\n->\n" << changed;
+    for (const char* const comment : {"# top\n", "# x,\n", "#]\r\n", "] # end"}) {
+      ASSERT_EQ(CountOf(comment, changed), CountOf(comment, text)) << text << "\n->\n" << changed;
+    }
   }
 }
 
