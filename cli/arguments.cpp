@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <ranges>
 
 #include "cli/console_text.h"
 #include "cli/help.h"
@@ -62,8 +63,18 @@ std::string NotEmpty(const std::string& value) {
   return value.empty() ? "must not be empty" : "";
 }
 
-CLI::App* AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
-  CLI::App* const command = app.add_subcommand(std::string(row.command), std::string(row.summary));
+constexpr std::string_view kClassic = "classic";
+
+// For an option whose value is one of some words.
+std::string OneOf(std::string_view words, const std::string& value) {
+  const auto is_value = [&value](const auto& word) { return std::ranges::equal(word, value); };
+  return std::ranges::any_of(std::views::split(words, '|'), is_value)
+             ? ""
+             : "must be one of " + std::string(words);
+}
+
+CLI::App* AddCommand(CLI::App& app, const CommandRow& row, Found& found) {
+  CLI::App* const command = app.add_subcommand(std::string(row.name), std::string(row.summary));
   command->set_help_flag();
   if (row.function == Function::kSearch || row.function == Function::kReplace) {
     command->add_option("TEXT", found.text)->required();
@@ -71,7 +82,7 @@ CLI::App* AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
   if (row.function == Function::kReplace) command->add_option("NEWTEXT", found.new_text)->required();
   command->add_option("PATH", found.path)->required();
   for (const OptionRow& option : AllOptions()) {
-    if (!Applies(option, row.function)) continue;
+    if (!Applies(option, row)) continue;
     const std::string name(option.name);
     if (option.value.empty()) {
       command->add_flag(name, found.switches[option.name]);
@@ -79,6 +90,8 @@ CLI::App* AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
       CLI::Option* const added = command->add_option(name, found.values[option.name]);
       added->type_name(std::string(option.value));
       if (option.name != "--cgi-name") added->check(NotEmpty, "");
+      if (!option.IsChoice()) continue;
+      added->check([words = option.value](const std::string& value) { return OneOf(words, value); }, "");
     }
   }
   return command;
@@ -95,10 +108,7 @@ std::optional<Farewell> AnsweredAtOnce(const std::vector<std::string>& words) {
   if (has("--help")) return Farewell{HelpText(words[0]), 0};
   if (has("--version")) return Farewell{VersionText(), 0};
   if (words.empty()) return Refuse("a command is missing");
-  const auto is_first_word = [&words](const FunctionRow& row) { return row.command == words[0]; };
-  if (words[0].empty() || std::ranges::none_of(AllFunctions(), is_first_word)) {
-    return Refuse("unknown command: " + OneLine(words[0]));
-  }
+  if (FindCommand(words[0]) == nullptr) return Refuse("unknown command: " + OneLine(words[0]));
   return std::nullopt;
 }
 
@@ -112,10 +122,11 @@ bool ChooseMode(const Found& found, Arguments& arguments) {
   const Function function = arguments.options.function;
   const bool proposes = function == Function::kReplace || function == Function::kEntities;
   arguments.options.ShowEach = ask || answers || (!yes && proposes);
+  arguments.options.AcceptCertain = yes && function == Function::kLinks;
   return true;
 }
 
-std::variant<Arguments, Farewell> Understand(const Found& found, Function function) {
+Understood Understand(const Found& found, Function function) {
   Arguments arguments;
   RunOptions& options = arguments.options;
   options.function = function;
@@ -132,6 +143,9 @@ std::variant<Arguments, Farewell> Understand(const Found& found, Function functi
   arguments.report = found.values.at("--report");
   arguments.transcript = found.values.at("--transcript");
   arguments.data = found.values.at("--data");
+  if (const std::string& rules = found.values.at("--rules"); !rules.empty()) {
+    arguments.rules = rules == kClassic ? Rules::kClassic : Rules::kToday;
+  }
   if (!ChooseMode(found, arguments)) return Refuse("only one of --yes, --ask and --answers may be given");
   return arguments;
 }
@@ -150,6 +164,10 @@ const std::vector<OptionRow>& AllOptions() {
       {"--allow-uppercase", "", "upper-case letters in file names are no fault", {kLinks}},
       {"--cgi-name", "NAME", "links that hold NAME are not checked (default \"CGI-bin\")", {kLinks}},
       {"--check-cgi", "", "check these links, too", {kLinks}},
+      {"--rules",
+       "classic|today",
+       "check by these rules, whatever the site's file says",
+       {kLinks, kEntities}},
       {"--yes", "", "accept every proposal; files are changed", {}},
       {"--ask", "", "ask at the terminal for each proposal", {}},
       {"--answers", "FILE", "take the answers from FILE, one a line", {}},
@@ -163,35 +181,29 @@ const std::vector<OptionRow>& AllOptions() {
   return options;
 }
 
-bool Applies(const OptionRow& option, Function function) {
-  return option.only.empty() ||
-         std::find(option.only.begin(), option.only.end(), function) != option.only.end();
+bool Applies(const OptionRow& option, const CommandRow& command) {
+  return command.function &&
+         (option.only.empty() || std::ranges::find(option.only, *command.function) != option.only.end());
 }
 
-std::string_view PositionalsOf(Function function) {
-  if (function == Function::kSearch) return "TEXT PATH";
-  if (function == Function::kReplace) return "TEXT NEWTEXT PATH";
-  return "PATH";
-}
-
-std::variant<Arguments, Farewell> ParseArguments(int argc, const char* const* argv) {
+Understood ParseArguments(int argc, const char* const* argv) {
   const std::vector<std::string> words(argv + 1, argv + argc);
   if (const std::optional<Farewell> farewell = AnsweredAtOnce(words)) return *farewell;
   CLI::App app;
   app.set_help_flag();
   app.require_subcommand(1);
   Found found = Defaults();
-  std::map<const CLI::App*, Function> commands;
-  for (const FunctionRow& row : AllFunctions()) {
-    if (!row.command.empty()) commands[AddCommand(app, row, found)] = row.function;
-  }
+  std::map<const CLI::App*, const CommandRow*> commands;
+  for (const CommandRow& row : AllCommands()) commands[AddCommand(app, row, found)] = &row;
   try {
     app.parse(Protected(words));
   } catch (const CLI::ParseError& error) {
     return Refuse(OneLine(error.what()));
   }
   found.ReplaceWords(kProtectedPlus, kPlus);
-  return Understand(found, commands.at(app.get_subcommands().front()));
+  const CommandRow& command = *commands.at(app.get_subcommands().front());
+  if (!command.function) return SiteFileWish{found.path};
+  return Understand(found, *command.function);
 }
 
 }  // namespace tessaril

@@ -1,12 +1,14 @@
 #ifndef TESSARIL_CLI_ARGUMENTS_H_
 #define TESSARIL_CLI_ARGUMENTS_H_
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "cli/commands.h"
 #include "engine/run.h"
 
 namespace tessaril {
@@ -14,29 +16,34 @@ namespace tessaril {
 /// Who answers what a run asks.
 enum class Mode { kReportOnly, kYes, kAsk, kAnswers };
 
-/// What the command line says.
+/// What the command line says of a run.
 struct Arguments {
-  RunOptions options;  // all but dirList, filList and MarkedOnly, which come of `path`
+  RunOptions options;  // all but dirList, filList, MarkedOnly and site, which come of `path`
   std::string path;    // as given
   Mode mode = Mode::kReportOnly;
   std::string answers;  // file names as given; empty when the option is not there
   std::string report;
   std::string transcript;
   std::string data;
+  std::optional<Rules> rules;  // that hold whatever the site file says
+};
+
+/// That a site file is to be made.
+struct SiteFileWish {
+  std::string path;  // as given
 };
 
 /// An option of `tsl`: everything that parser, help and man page say of it.
 struct OptionRow {
   std::string_view name;
-  std::string_view value;      // what stands behind it; empty for a switch
-  std::string_view help;       // one line
+  std::string_view value;  // what stands behind it, or the words for it, with "|" between; empty for a switch
+  std::string_view help;   // one line
   std::vector<Function> only;  // the functions that it belongs to; empty for all
+
+  bool IsChoice() const { return value.find('|') != std::string_view::npos; }
 };
 const std::vector<OptionRow>& AllOptions();
-bool Applies(const OptionRow& option, Function function);
-
-/// What stands behind the command's name, in order: "TEXT PATH".
-std::string_view PositionalsOf(Function function);
+bool Applies(const OptionRow& option, const CommandRow& command);
 
 /// The command line ends the program by itself: a text for standard output (help, version) with exit status
 /// 0, or a message for standard error with exit status 2.
@@ -45,7 +52,8 @@ struct Farewell {
   int exit_status;
 };
 
-std::variant<Arguments, Farewell> ParseArguments(int argc, const char* const* argv);
+using Understood = std::variant<Arguments, SiteFileWish, Farewell>;
+Understood ParseArguments(int argc, const char* const* argv);
 
 }  // namespace tessaril
 

@@ -1,15 +1,25 @@
 #include "cli/completion.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "cli/arguments.h"
-#include "engine/functions.h"
+#include "cli/commands.h"
 
 namespace tessaril {
 namespace {
 
 constexpr std::string_view kScript =
     R"(# Completes the command lines of tsl. Made from the tables of the program.
+
+# Proposes the words that begin as the first one.
+_tsl_propose() {
+  local word=$1 i
+  compopt +o default
+  for i in "${@:2}"; do
+    if [[ $i == "$word"* ]]; then COMPREPLY+=("$i"); fi
+  done
+}
 
 # Names of files are left to readline, which takes them as they stand: compgen would expand what is typed, and run it.
 _tsl() {
@@ -27,17 +37,14 @@ _tsl() {
     @FOLDERS@) compopt +o default -o dirnames; return ;;
     @FILES@) return ;;
     @OTHERS@) compopt +o default; return ;;
-  esac
+@CHOICES@  esac
   case $command in
     '') words='--help --version @WORDS@' ;;
 )";
 
 constexpr std::string_view kEnd = R"(  esac
   if [[ -n $command && $word != -* ]]; then return; fi
-  compopt +o default
-  for i in $words; do
-    if [[ $i == "$word"* ]]; then COMPREPLY+=("$i"); fi
-  done
+  _tsl_propose "$word" $words
 }
 complete -o default -F _tsl tsl
 )";
@@ -54,10 +61,23 @@ void Append(std::string& list, std::string_view separator, std::string_view word
 std::string OptionsWith(std::string_view value) {
   std::string names;
   for (const OptionRow& option : AllOptions()) {
-    const bool is_other = option.value != "DIR" && option.value != "FILE" && !option.value.empty();
+    const bool is_other =
+        option.value != "DIR" && option.value != "FILE" && !option.value.empty() && !option.IsChoice();
     if (value.empty() ? is_other : option.value == value) Append(names, "|", option.name);
   }
   return names;
+}
+
+// What is proposed behind options whose value is one of some words.
+std::string Choices() {
+  std::string cases;
+  for (const OptionRow& option : AllOptions()) {
+    if (!option.IsChoice()) continue;
+    std::string words(option.value);
+    std::ranges::replace(words, '|', ' ');
+    cases += "    " + std::string(option.name) + ") _tsl_propose \"$word\" " + words + "; return ;;\n";
+  }
+  return cases;
 }
 
 }  // namespace
@@ -67,20 +87,21 @@ std::string BashCompletion() {
   std::string commands;
   std::string words;
   std::string cases;
-  for (const FunctionRow& row : AllFunctions()) {
-    if (row.command.empty()) continue;
-    Append(commands, "|", row.command);
-    Append(words, " ", row.command);
+  for (const CommandRow& row : AllCommands()) {
+    Append(commands, "|", row.name);
+    Append(words, " ", row.name);
     std::string options;
     for (const OptionRow& option : AllOptions()) {
-      if (Applies(option, row.function)) Append(options, " ", option.name);
+      if (Applies(option, row)) Append(options, " ", option.name);
     }
-    cases += "    " + std::string(row.command) + ") words='" + options + " --help' ;;\n";
+    Append(options, " ", "--help");
+    cases += "    " + std::string(row.name) + ") words='" + options + "' ;;\n";
   }
   Replace(script, "@COMMANDS@", commands);
   Replace(script, "@FOLDERS@", OptionsWith("DIR"));
   Replace(script, "@FILES@", OptionsWith("FILE"));
   Replace(script, "@OTHERS@", OptionsWith(""));
+  Replace(script, "@CHOICES@", Choices());
   Replace(script, "@WORDS@", words);
   return script + cases + std::string(kEnd);
 }

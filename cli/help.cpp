@@ -4,16 +4,22 @@
 #include <utility>
 
 #include "cli/arguments.h"
+#include "cli/commands.h"
 #include "engine/version.h"
+#include "site/site_file.h"
 
 namespace tessaril {
 namespace {
 
 constexpr std::string_view kPurpose = "finds and mends what creeps into a web site on a disk";
 constexpr std::string_view kPathMeaning =
-    "PATH is a folder, searched with all folders below it, or one file. No file is ever changed without "
-    "--yes, "
-    "--ask or --answers. A text that begins with \"-\" follows \"--\".";
+    "PATH is a folder, searched with all folders below it, or one file; of init, the folder of a site. No "
+    "file is ever changed without --yes, --ask or --answers. A text that begins with \"-\" follows \"--\".";
+
+constexpr std::string_view kSiteFileMeaning =
+    "In the folder that is searched or the nearest above it: by which rules the links and entities of the "
+    "site are checked, and what else its author says of it. tsl init makes it, with an explanation of each "
+    "key.";
 
 // Options that need no command.
 constexpr std::pair<std::string_view, std::string_view> kAlways[] = {
@@ -35,8 +41,8 @@ std::string Wrapped(std::string_view text, std::size_t width) {
   return result + std::string(text) + "\n";
 }
 
-std::string CommandLine(const FunctionRow& row) {
-  return std::string(row.command) + " " + std::string(PositionalsOf(row.function));
+std::string CommandLine(const CommandRow& row) {
+  return std::string(row.name) + " " + std::string(row.positionals);
 }
 
 std::string OptionWithValue(const OptionRow& option) {
@@ -72,6 +78,8 @@ const std::vector<Example>& Examples() {
       {"tsl replace --ask color colour site", "ask for each place"},
       {"tsl entities --ask site", "ask for each character and entity that should be written &name;"},
       {"tsl links --report links.txt site", "check all local links; 0 when all are in order"},
+      {"tsl init site",
+       "make site/tessaril.toml: from now on the site is checked as a visitor's browser reads it"},
       {"tsl external --report links.htm site", "make a page of all links to other servers"},
       {"tsl search --filter '*.css;*.js' -- -moz- site",
        "search other files, for a text that begins with \"-\""},
@@ -81,7 +89,7 @@ const std::vector<Example>& Examples() {
 
 const std::vector<ExitStatus>& ExitStatuses() {
   static const std::vector<ExitStatus> statuses = {
-      {"0", "search, replace, external: something was found; others: no findings"},
+      {"0", "search, replace, external: something was found; init: the file was made; others: no findings"},
       {"1", "search, replace, external: nothing was found; others: findings"},
       {"2", "a wrong command line, or a file that could not be read or written"},
       {"3", "the run was stopped"},
@@ -94,22 +102,18 @@ std::string VersionText() {
 }
 
 std::string HelpText(std::string_view command) {
-  const auto functions = AllFunctions();
-  const auto known = std::find_if(functions.begin(), functions.end(), [command](const FunctionRow& row) {
-    return !command.empty() && row.command == command;
-  });
-  const bool one = known != functions.end();
+  const CommandRow* const known = FindCommand(command);
   constexpr std::size_t kColumn = 32;
   std::string text = "tsl " + std::string(kPurpose) + "\n\nUsage:\n";
-  for (const FunctionRow& row : functions) {
-    if (row.command.empty() || (one && row.function != known->function)) continue;
+  for (const CommandRow& row : AllCommands()) {
+    if (known != nullptr && &row != known) continue;
     text += "  tsl " + Padded(CommandLine(row), kColumn - 6) + std::string(row.summary) + "\n";
   }
   text += "\n" + Wrapped(kPathMeaning, 90) + "\nOptions:\n";
   for (const OptionRow& option : AllOptions()) {
-    if (one && !Applies(option, known->function)) continue;
+    if (known != nullptr && !Applies(option, *known)) continue;
     text += "  " + Padded(OptionWithValue(option), kColumn - 2) + std::string(option.help);
-    text += one || option.only.empty() ? "\n" : " [" + OnlyFor(option) + "]\n";
+    text += known != nullptr || option.only.empty() ? "\n" : " [" + OnlyFor(option) + "]\n";
   }
   for (const auto& [name, meaning] : kAlways) {
     text += "  " + Padded(name, kColumn - 2) + std::string(meaning) + "\n";
@@ -128,13 +132,12 @@ std::string HelpText(std::string_view command) {
 std::string ManPage() {
   std::string page = std::string(".TH TSL 1 \"\" \"Tessaril ") + Version() + "\"\n.SH NAME\ntsl \\- " +
                      Roff(kPurpose) + "\n.SH SYNOPSIS\n";
-  for (const FunctionRow& row : AllFunctions()) {
-    if (!row.command.empty()) page += ".B tsl " + Roff(CommandLine(row)) + "\n[options]\n.br\n";
+  for (const CommandRow& row : AllCommands()) {
+    page += ".B tsl " + Roff(CommandLine(row)) + (row.function ? "\n[options]\n.br\n" : "\n.br\n");
   }
   page += ".SH DESCRIPTION\n" + Roff(kPathMeaning) + "\n.SH COMMANDS\n";
-  for (const FunctionRow& row : AllFunctions()) {
-    if (row.command.empty()) continue;
-    page += ".TP\n.B " + Roff(row.command) + "\n" + Roff(row.summary) + "\n";
+  for (const CommandRow& row : AllCommands()) {
+    page += ".TP\n.B " + Roff(row.name) + "\n" + Roff(row.summary) + "\n";
   }
   page += ".SH OPTIONS\n";
   for (const OptionRow& option : AllOptions()) {
@@ -148,7 +151,7 @@ std::string ManPage() {
   for (const ExitStatus& row : ExitStatuses()) {
     page += ".TP\n.B " + Roff(row.status) + "\n" + Roff(row.meaning) + "\n";
   }
-  page += ".SH EXAMPLES\n";
+  page += ".SH FILES\n.TP\n.I " + Roff(kSiteFileName) + "\n" + Roff(kSiteFileMeaning) + "\n.SH EXAMPLES\n";
   for (const Example& example : Examples()) {
     page += ".TP\n.B " + Roff(example.command) + "\n" + Roff(example.meaning) + "\n";
   }

@@ -19,6 +19,7 @@
 #include "cli/output.h"
 #include "cli/person.h"
 #include "cli/places.h"
+#include "cli/site_choice.h"
 #include "cli/terminal_host.h"
 #include "cli/transcript.h"
 #include "engine/disk_files.h"
@@ -108,15 +109,17 @@ Status CheckApart(const Arguments& arguments) {
   const std::string page =
       arguments.options.MarkedOnly ? JoinPath(arguments.options.dirList, arguments.options.filList) : "";
   const auto [table, doubtful] = Entities::DataFiles(arguments.data);
-  const std::string* const read[] = {&page, &arguments.answers, &table, &doubtful};
+  const std::string site_file = SiteFileOfRun(arguments.options.dirList, arguments.rules);
+  const std::string* const read[] = {&page, &arguments.answers, &table, &doubtful, &site_file};
   const std::string* const written[] = {&arguments.report, &arguments.transcript};
   bool clash = IsSameFile(arguments.report, arguments.transcript);
   for (const std::string* const input : read) {
     for (const std::string* const output : written) clash = clash || IsSameFile(*input, *output);
   }
-  return clash ? Status::Failure(
-                     "report, transcript, answers, entity data and the page must be different files")
-               : Status();
+  return clash
+             ? Status::Failure(
+                   "report, transcript, answers, entity data, site file and the page must be different files")
+             : Status();
 }
 
 // The folder of the entity data: the one that was named, or else the program's.
@@ -139,8 +142,11 @@ int Start(Arguments& arguments) {
   if (Status status = ChoosePlace(arguments.path, arguments.options); !status.ok()) {
     return Refuse(arguments.path + ": " + status.reason());
   }
-  if (Status status = ChooseData(arguments.data); !status.ok()) return Refuse(status.reason());
   DiskFiles files;
+  if (Status status = ChooseSite(arguments.rules, files, arguments.options); !status.ok()) {
+    return Refuse(status.reason());
+  }
+  if (Status status = ChooseData(arguments.data); !status.ok()) return Refuse(status.reason());
   Entities entities;
   if (Status status = LoadEntities(arguments.data, files, entities); !status.ok()) {
     std::cerr << "tsl: " << Lines(status.reason()) << "\n";
@@ -170,20 +176,31 @@ int Start(Arguments& arguments) {
   }
 }
 
+int WriteToUser(const std::string& text) {
+  const Status status = WriteAll(STDOUT_FILENO, text);
+  return status.ok() ? 0 : Refuse("standard output: " + status.reason());
+}
+
+int StartSiteFile(const SiteFileWish& wish) {
+  std::string path;
+  if (Status status = MakeSiteFile(wish.path, path); !status.ok()) return Refuse(status.reason());
+  return WriteToUser(path + "\n");
+}
+
 }  // namespace
 
 int RunCommand(int argc, const char* const* argv) {
   ReserveStandardStreams();
   try {
-    std::variant<Arguments, Farewell> parsed = ParseArguments(argc, argv);
+    Understood parsed = ParseArguments(argc, argv);
     if (auto* const arguments = std::get_if<Arguments>(&parsed)) return Start(*arguments);
+    if (const auto* const wish = std::get_if<SiteFileWish>(&parsed)) return StartSiteFile(*wish);
     const Farewell& farewell = std::get<Farewell>(parsed);
     if (farewell.exit_status != 0) {
       std::cerr << farewell.text;
       return farewell.exit_status;
     }
-    const Status status = WriteAll(STDOUT_FILENO, farewell.text);
-    return status.ok() ? 0 : Refuse("standard output: " + status.reason());
+    return WriteToUser(farewell.text);
   } catch (const std::bad_alloc&) {
     return Refuse(Status::System(ENOMEM).reason());
   }

@@ -1,5 +1,8 @@
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
+#include "site/list_edit.h"
 #include "site/site_file.h"
 #include "site/site_keys.h"
 #include "site/toml_text.h"
@@ -34,6 +37,19 @@ std::size_t WrongPlace(const TomlValue& value) {
   return wrong == value.elements.end() ? value.begin : wrong->begin;
 }
 
+std::string Expectation(const SiteKey& key) {
+  return std::string(key.name) + " must be " + std::string(key.expected);
+}
+
+// What may be meant where the text is no TOML, as a word without quotes: the key whose line it is tells.
+std::string Hint(std::string_view text, std::size_t fault) {
+  const std::size_t line_end = text.substr(0, fault).rfind('\n');
+  std::string_view line = text.substr(line_end == std::string_view::npos ? 0 : line_end + 1);
+  line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+  const SiteKey* const key = FindKey(line.substr(0, line.find_first_of(" \t=\r\n")));
+  return key == nullptr ? "" : "; " + Expectation(*key);
+}
+
 std::string Line(const SiteKey& key, const SiteRules& rules) {
   return std::string(key.name) + " = " + key.state(rules);
 }
@@ -42,7 +58,12 @@ std::string Line(const SiteKey& key, const SiteRules& rules) {
 
 Status ReadSiteRules(std::string_view text, SiteRules& rules) {
   std::vector<TomlEntry> entries;
-  if (Status status = ReadToml(text, entries); !status.ok()) return status;
+  std::size_t fault = 0;
+  if (Status status = ReadToml(text, entries, fault); !status.ok()) {
+    const bool is_there_twice = status.reason().find("cannot redefine") != std::string::npos;
+    return Status::Failure(status.reason() +
+                           (is_there_twice ? "; a key may stand only once" : Hint(text, fault)));
+  }
   SiteRules read;
   for (const TomlEntry& entry : entries) {
     const SiteKey* const key = FindKey(entry.key);
@@ -51,8 +72,7 @@ Status ReadSiteRules(std::string_view text, SiteRules& rules) {
                              "\"; expected is one of " + AllNames());
     }
     if (!key->take(entry.value, read)) {
-      return Status::Failure(TomlPlace(text, WrongPlace(entry.value)) + entry.key + " must be " +
-                             std::string(key->expected));
+      return Status::Failure(TomlPlace(text, WrongPlace(entry.value)) + Expectation(*key));
     }
   }
   rules = std::move(read);
@@ -70,25 +90,23 @@ std::string NewSiteText(const SiteRules& rules) {
 std::string ChangedSiteText(std::string_view text, const SiteRules& rules) {
   std::vector<TomlEntry> entries;
   SiteRules old_rules;
-  if (!ReadSiteRules(text, old_rules).ok() || !ReadToml(text, entries).ok()) return std::string(text);
-  std::string changed(text);
-  std::string missing;
+  std::size_t fault = 0;
+  if (!ReadSiteRules(text, old_rules).ok() || !ReadToml(text, entries, fault).ok()) return std::string(text);
+  std::vector<TextEdit> edits;
   const std::string line_end = text.find("\r\n") == std::string_view::npos ? "\n" : "\r\n";
+  std::string missing = text.empty() || text.back() == '\n' ? "" : line_end;
   for (const SiteKey& key : AllSiteKeys()) {
     if (key.state(rules) == key.state(old_rules)) continue;
-    if (std::ranges::find(entries, key.name, &TomlEntry::key) == entries.end()) {
-      missing += Line(key, rules) + line_end;
+    const auto entry = std::ranges::find(entries, key.name, &TomlEntry::key);
+    if (entry == entries.end()) {
+      edits.push_back({text.size(), text.size(), std::exchange(missing, "") + Line(key, rules) + line_end});
+    } else if (key.list != nullptr) {
+      std::ranges::move(EditsOfList(text, entry->value, rules.*key.list), std::back_inserter(edits));
+    } else {
+      edits.push_back({entry->value.begin, entry->value.end, key.state(rules)});
     }
   }
-  // From the last entry to the first, so that the places of the others stay.
-  std::ranges::reverse(entries);
-  for (const TomlEntry& entry : entries) {
-    const SiteKey& key = *FindKey(entry.key);
-    if (key.state(rules) == key.state(old_rules)) continue;
-    changed.replace(entry.value.begin, entry.value.end - entry.value.begin, key.state(rules));
-  }
-  if (!missing.empty() && !changed.empty() && changed.back() != '\n') changed += line_end;
-  return changed + missing;
+  return Edited(text, std::move(edits));
 }
 
 }  // namespace tessaril

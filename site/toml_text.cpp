@@ -17,10 +17,6 @@ std::size_t LineContent(std::string_view text, std::size_t line_begin) {
   return line_begin == 0 && text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : line_begin;
 }
 
-std::string Place(std::size_t line, std::size_t column) {
-  return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": ";
-}
-
 // From the parser's lines and columns to offsets.
 class Offsets {
  public:
@@ -30,9 +26,13 @@ class Offsets {
     }
   }
 
+  // A place behind the end is the end.
   std::size_t Of(const toml::source_position& position) const {
-    std::size_t offset = LineContent(text_, lines_.at(position.line - 1));
-    for (auto column = position.column; column > 1; --column) offset += SequenceLength(text_.substr(offset));
+    if (position.line > lines_.size()) return text_.size();
+    std::size_t offset = LineContent(text_, lines_[position.line - 1]);
+    for (auto column = position.column; column > 1 && offset < text_.size(); --column) {
+      offset += SequenceLength(text_.substr(offset));
+    }
     return offset;
   }
 
@@ -58,11 +58,13 @@ TomlValue ValueOf(const toml::node& node, const Offsets& offsets) {
   return value;
 }
 
-Status CheckUtf8(std::string_view text) {
+Status CheckUtf8(std::string_view text, std::size_t& fault) {
   for (std::size_t i = AsciiPrefix(text); i < text.size();) {
     const std::size_t length = SequenceLength(text.substr(i));
-    if (length == 0)
+    if (length == 0) {
+      fault = i;
       return Status::Failure(TomlPlace(text, i) + "not UTF-8; the file must be saved as UTF-8");
+    }
     i += length;
   }
   return {};
@@ -70,16 +72,16 @@ Status CheckUtf8(std::string_view text) {
 
 }  // namespace
 
-Status ReadToml(std::string_view text, std::vector<TomlEntry>& entries) {
-  if (Status status = CheckUtf8(text); !status.ok()) return status;
+Status ReadToml(std::string_view text, std::vector<TomlEntry>& entries, std::size_t& fault) {
+  if (Status status = CheckUtf8(text, fault); !status.ok()) return status;
+  const Offsets offsets(text);
   toml::table table;
   try {
     table = toml::parse(text);
   } catch (const toml::parse_error& error) {
-    const toml::source_position& begin = error.source().begin;
-    return Status::Failure(Place(begin.line, begin.column) + std::string(error.description()));
+    fault = offsets.Of(error.source().begin);
+    return Status::Failure(TomlPlace(text, fault) + std::string(error.description()));
   }
-  const Offsets offsets(text);
   entries.clear();
   for (const auto& [key, node] : table) {
     entries.push_back({std::string(key.str()), offsets.Of(key.source().begin), ValueOf(node, offsets)});
@@ -95,7 +97,7 @@ std::string TomlPlace(std::string_view text, std::size_t offset) {
   const auto is_first_byte = [](char c) { return !IsContinuation(c); };
   const auto line = std::ranges::count(before, '\n') + 1;
   const auto column = std::ranges::count_if(before.substr(std::min(begin, offset)), is_first_byte) + 1;
-  return Place(static_cast<std::size_t>(line), static_cast<std::size_t>(column));
+  return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": ";
 }
 
 std::string TomlQuoted(std::string_view text) {

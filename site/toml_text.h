@@ -30,8 +30,9 @@ struct TomlEntry {
   TomlValue value;
 };
 
-/// All entries of `text`, in its order. On failure the reason begins with a place ("line 3, column 5: ").
-Status ReadToml(std::string_view text, std::vector<TomlEntry>& entries);
+/// All entries of `text`, in its order. On failure the reason begins with a place ("line 3, column 5: "), and
+/// `fault`, at most the size of the text, is there, too.
+Status ReadToml(std::string_view text, std::vector<TomlEntry>& entries, std::size_t& fault);
 
 /// "line 3, column 5: " for an offset. Both count from 1, columns count characters.
 std::string TomlPlace(std::string_view text, std::size_t offset);

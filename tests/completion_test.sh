@@ -17,7 +17,7 @@ check() {
   [ "$found" = "$expected" ] || { echo "tsl $*: $found, not $expected" >&2; failures=$((failures + 1)); }
 }
 IFS=, # the user's own
-check '--help,--version,links,entities,external,search,replace,colours,' ''
+check '--help,--version,links,entities,external,search,replace,colours,init,' ''
 check 'search,' s
 check ',' x
 check '--cgi-name,--check-cgi,' links --c
@@ -30,5 +30,8 @@ check ',[files]' links --report =
 check ',[files]' links --report = p
 check ',[folders]' links --data ''
 check ',' links --filter ''
+check 'classic,today,' links --rules ''
+check 'today,' entities --rules = t
+check ',[files]' init ''
 check ',[files]' search -- --c
 exit $((failures > 0))

@@ -206,6 +206,47 @@ TEST_F(Tsl, ListsExternalLinksAndColours) {
   EXPECT_EQ(RunTsl({"external", folder}).status, 1);
 }
 
+TEST_F(Tsl, MakesTheFileOfASiteAndKeepsToIt) {
+  scratch.Write("site/sub/a.htm", "<a href=b.htm>");
+  scratch.Write("r", "old report");
+  const std::string file = scratch / "site/tessaril.toml";
+  const auto enter = [this] { EXPECT_EQ(chdir((scratch / "site/sub").c_str()), 0); };
+  ProgramEnd end = RunTsl({"init", "../"}, enter);
+  EXPECT_EQ(end.out, file + "\n");
+  EXPECT_EQ(end.err, "");
+  EXPECT_EQ(end.status, 0);
+  EXPECT_EQ(RunTsl({"links", scratch / "site"}).status, 1);
+  const std::string made = scratch.Read("site/tessaril.toml");
+  EXPECT_EQ(RunTsl({"init", scratch / "site"}).err, "tsl: " + file + ": File exists\n");
+  EXPECT_EQ(scratch.Read("site/tessaril.toml"), made);
+  EXPECT_EQ(RunTsl({"init", scratch / "r"}).err, "tsl: " + scratch / "r" + ": Not a directory\n");
+  for (const Words& row : std::vector<Words>{{"init"},
+                                             {"init", scratch / "none"},
+                                             {"init", scratch / "site/sub", "--yes"},
+                                             {"links", scratch / "site", "--rules", "Today"},
+                                             {"links", scratch / "site", "--rules", ""},
+                                             {"links", scratch / "site", "--rules", "classic|today"},
+                                             {"search", "x", scratch / "site", "--rules", "today"},
+                                             {"links", scratch / "site/sub", "--report", file}}) {
+    EXPECT_EQ(RunTsl(row).status, 2) << row.back();
+  }
+  EXPECT_EQ(scratch.Read("site/tessaril.toml"), made);
+
+  // Whatever is run there, a file that is not understood stops it.
+  scratch.Write("site/tessaril.toml", "# mine\nrules = \"today\"\nindx = []\n");
+  for (Words row : std::vector<Words>{{"links"}, {"entities"}, {"external"}, {"search", "b"}, {"colours"}}) {
+    row.insert(row.end(),
+               {scratch / "site/sub/a.htm", "--report", scratch / "r", "--transcript", scratch / "t"});
+    end = RunTsl(row);
+    EXPECT_TRUE(end.err.starts_with("tsl: " + file + ": line 3, column 1: unknown key \"indx\"")) << end.err;
+    EXPECT_EQ(end.status, 2);
+  }
+  EXPECT_EQ(RunTsl({"entities", scratch / "site/sub", "--rules", "today"}).status, 2);
+  EXPECT_EQ(scratch.Read("r"), "old report");
+  EXPECT_FALSE(fs::exists(scratch / "t"));
+  EXPECT_EQ(RunTsl({"entities", scratch / "site/sub", "--rules", "classic"}).status, 0);
+}
+
 TEST_F(Tsl, ReadsTheEntityDataOfAFolder) {
   scratch.Write("a.htm", "\xE9");
   scratch.Write("r", "old");

@@ -1,0 +1,29 @@
+#ifndef TESSARIL_CLI_SITE_CHOICE_H_
+#define TESSARIL_CLI_SITE_CHOICE_H_
+
+#include <optional>
+#include <string>
+
+#include "engine/files.h"
+#include "engine/run.h"
+#include "engine/status.h"
+
+// The site that a run belongs to, and what `tsl` does with its file.
+
+namespace tessaril {
+
+/// Makes the site file of the folder that the command line names; `path` becomes its absolute path. On
+/// failure the reason names the file or folder.
+Status MakeSiteFile(const std::string& given, std::string& path);
+
+/// The path of the site file that a run in `folder` reads; empty when there is none or `rules`, what the
+/// command line says, makes it of no matter.
+std::string SiteFileOfRun(const std::string& folder, std::optional<Rules> rules);
+
+/// Fills in the site whose rules the run in `options.dirList` goes by: those of its site file, or as `rules`
+/// says. A site file that is not valid is a failure whatever the function; the reason names it.
+Status ChooseSite(std::optional<Rules> rules, Files& files, RunOptions& options);
+
+}  // namespace tessaril
+
+#endif  // TESSARIL_CLI_SITE_CHOICE_H_
