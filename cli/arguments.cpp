@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <optional>
 
@@ -62,6 +63,15 @@ std::string NotEmpty(const std::string& value) {
   return value.empty() ? "must not be empty" : "";
 }
 
+std::function<std::string(const std::string&)> OneOf(const std::vector<std::string_view>& choices) {
+  return [&choices](const std::string& value) {
+    if (std::find(choices.begin(), choices.end(), value) != choices.end()) return std::string();
+    std::string names;
+    for (const std::string_view choice : choices) names += (names.empty() ? "" : ", ") + std::string(choice);
+    return "must be one of " + names;
+  };
+}
+
 CLI::App* AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
   CLI::App* const command = app.add_subcommand(std::string(row.command), std::string(row.summary));
   command->set_help_flag();
@@ -79,6 +89,7 @@ CLI::App* AddCommand(CLI::App& app, const FunctionRow& row, Found& found) {
       CLI::Option* const added = command->add_option(name, found.values[option.name]);
       added->type_name(std::string(option.value));
       if (option.name != "--cgi-name") added->check(NotEmpty, "");
+      if (!option.choices.empty()) added->check(OneOf(option.choices), "");
     }
   }
   return command;
@@ -129,6 +140,7 @@ std::variant<Arguments, Farewell> Understand(const Found& found, Function functi
   options.CGIname = EnteredText(found.values.at("--cgi-name"));
   arguments.path = found.path;
   arguments.answers = found.values.at("--answers");
+  arguments.format = FormatNamed(found.values.at("--format"));
   arguments.report = found.values.at("--report");
   arguments.transcript = found.values.at("--transcript");
   arguments.data = found.values.at("--data");
@@ -153,6 +165,11 @@ const std::vector<OptionRow>& AllOptions() {
       {"--yes", "", "accept every proposal; files are changed", {}},
       {"--ask", "", "ask at the terminal for each proposal", {}},
       {"--answers", "FILE", "take the answers from FILE, one a line", {}},
+      {"--format",
+       "FORMAT",
+       "text, or for machines json, sarif, junit or github (default text)",
+       {},
+       {"text", "json", "sarif", "junit", "github"}},
       {"--report", "FILE", "write the report to FILE instead of standard output", {}},
       {"--transcript", "FILE", "write each question and its answer to FILE, as JSON Lines", {}},
       {"--data",

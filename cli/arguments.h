@@ -1,6 +1,7 @@
 #ifndef TESSARIL_CLI_ARGUMENTS_H_
 #define TESSARIL_CLI_ARGUMENTS_H_
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "engine/run.h"
+#include "formats/findings_writer.h"
 
 namespace tessaril {
 
@@ -19,7 +21,8 @@ struct Arguments {
   RunOptions options;  // all but dirList, filList and MarkedOnly, which come of `path`
   std::string path;    // as given
   Mode mode = Mode::kReportOnly;
-  std::string answers;  // file names as given; empty when the option is not there
+  std::string answers;                  // file names as given; empty when the option is not there
+  std::optional<MachineFormat> format;  // nothing: the text report
   std::string report;
   std::string transcript;
   std::string data;
@@ -28,9 +31,10 @@ struct Arguments {
 /// An option of `tsl`: everything that parser, help and man page say of it.
 struct OptionRow {
   std::string_view name;
-  std::string_view value;      // what stands behind it; empty for a switch
-  std::string_view help;       // one line
-  std::vector<Function> only;  // the functions that it belongs to; empty for all
+  std::string_view value;                      // what stands behind it; empty for a switch
+  std::string_view help;                       // one line
+  std::vector<Function> only;                  // the functions that it belongs to; empty for all
+  std::vector<std::string_view> choices = {};  // the values that it takes; empty for any
 };
 const std::vector<OptionRow>& AllOptions();
 bool Applies(const OptionRow& option, Function function);

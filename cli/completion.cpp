@@ -26,14 +26,14 @@ _tsl() {
   case $before in
     @FOLDERS@) compopt +o default -o dirnames; return ;;
     @FILES@) return ;;
-    @OTHERS@) compopt +o default; return ;;
+@CHOICES@    @OTHERS@) compopt +o default; return ;;
   esac
   case $command in
     '') words='--help --version @WORDS@' ;;
 )";
 
 constexpr std::string_view kEnd = R"(  esac
-  if [[ -n $command && $word != -* ]]; then return; fi
+  if [[ -n $command && $command != - && $word != -* ]]; then return; fi
   compopt +o default
   for i in $words; do
     if [[ $i == "$word"* ]]; then COMPREPLY+=("$i"); fi
@@ -50,11 +50,24 @@ void Append(std::string& list, std::string_view separator, std::string_view word
   list += (list.empty() ? "" : std::string(separator)) + std::string(word);
 }
 
+// The options that take one of a few values: these are what can be typed.
+std::string CasesOfChoices() {
+  std::string cases;
+  for (const OptionRow& option : AllOptions()) {
+    if (option.choices.empty()) continue;
+    std::string words;
+    for (const std::string_view choice : option.choices) Append(words, " ", choice);
+    cases += "    " + std::string(option.name) + ") command=- words='" + words + "' ;;\n";
+  }
+  return cases;
+}
+
 // The options that take a value of this kind, as a pattern; any other kind when it is empty.
 std::string OptionsWith(std::string_view value) {
   std::string names;
   for (const OptionRow& option : AllOptions()) {
-    const bool is_other = option.value != "DIR" && option.value != "FILE" && !option.value.empty();
+    const bool is_other =
+        option.value != "DIR" && option.value != "FILE" && !option.value.empty() && option.choices.empty();
     if (value.empty() ? is_other : option.value == value) Append(names, "|", option.name);
   }
   return names;
@@ -80,6 +93,7 @@ std::string BashCompletion() {
   Replace(script, "@COMMANDS@", commands);
   Replace(script, "@FOLDERS@", OptionsWith("DIR"));
   Replace(script, "@FILES@", OptionsWith("FILE"));
+  Replace(script, "@CHOICES@", CasesOfChoices());
   Replace(script, "@OTHERS@", OptionsWith(""));
   Replace(script, "@WORDS@", words);
   return script + cases + std::string(kEnd);

@@ -30,5 +30,7 @@ check ',[files]' links --report =
 check ',[files]' links --report = p
 check ',[folders]' links --data ''
 check ',' links --filter ''
+check 'sarif,' links --format s
+check 'text,json,sarif,junit,github,' links --format =
 check ',[files]' search -- --c
 exit $((failures > 0))
