@@ -140,6 +140,7 @@ Understood Understand(const Found& found, Function function) {
   options.CGIname = EnteredText(found.values.at("--cgi-name"));
   arguments.path = found.path;
   arguments.answers = found.values.at("--answers");
+  arguments.format = FormatNamed(found.values.at("--format"));
   arguments.report = found.values.at("--report");
   arguments.transcript = found.values.at("--transcript");
   arguments.data = found.values.at("--data");
@@ -171,6 +172,10 @@ const std::vector<OptionRow>& AllOptions() {
       {"--yes", "", "accept every proposal; files are changed", {}},
       {"--ask", "", "ask at the terminal for each proposal", {}},
       {"--answers", "FILE", "take the answers from FILE, one a line", {}},
+      {"--format",
+       "text|json|sarif|junit|github",
+       "a report for people, or one for machines (default text)",
+       {}},
       {"--report", "FILE", "write the report to FILE instead of standard output", {}},
       {"--transcript", "FILE", "write each question and its answer to FILE, as JSON Lines", {}},
       {"--data",

@@ -10,6 +10,7 @@
 
 #include "cli/commands.h"
 #include "engine/run.h"
+#include "formats/findings_writer.h"
 
 namespace tessaril {
 
@@ -21,7 +22,8 @@ struct Arguments {
   RunOptions options;  // all but dirList, filList, MarkedOnly and site, which come of `path`
   std::string path;    // as given
   Mode mode = Mode::kReportOnly;
-  std::string answers;  // file names as given; empty when the option is not there
+  std::string answers;                  // file names as given; empty when the option is not there
+  std::optional<MachineFormat> format;  // nothing: the text report
   std::string report;
   std::string transcript;
   std::string data;

@@ -25,6 +25,29 @@ constexpr std::string_view kSiteFileMeaning =
 constexpr std::pair<std::string_view, std::string_view> kAlways[] = {
     {"--help", "show this text; behind a command, what goes with it"}, {"--version", "show the version"}};
 
+// What the man page says of the reports for machines.
+constexpr std::pair<std::string_view, std::string_view> kFormats[] = {
+    {"json",
+     "JSON Lines, one object a finding, written while the run goes on: file (absolute path), line, column, "
+     "kind, message, found and proposal, in this order. line and column are null where the finding is of "
+     "a whole file, proposal is null where there is none."},
+    {"sarif",
+     "SARIF 2.1.0, for code scanning and editors. Files below the folder that tsl was started in are named "
+     "from there. A proposal is a fix."},
+    {"junit",
+     "JUnit XML, for test servers: a failed test for each finding, a passed one for each file without "
+     "findings, an error for each file that could not be read or written."},
+    {"github",
+     "Workflow commands of GitHub, which show the findings beside the lines of a change. Start tsl in the "
+     "folder of the repository."},
+};
+constexpr std::string_view kFormatsMeaning =
+    "With --format the report is one for machines: every finding with its file, line, column, kind, message, "
+    "the text found and, where there is one, the proposal. Lines and columns count from 1, columns count "
+    "characters, and both are those of the page as it stands when the finding is made. A kind keeps its name "
+    "from version to version. All is UTF-8: bytes of pages and file names that are not are read as "
+    "Windows-1252. Exit statuses are those of the text report.";
+
 std::string Padded(std::string_view text, std::size_t width) {
   std::string padded(text);
   padded.resize(std::max(width, padded.size()), ' ');
@@ -80,6 +103,7 @@ const std::vector<Example>& Examples() {
       {"tsl links --report links.txt site", "check all local links; 0 when all are in order"},
       {"tsl init site",
        "make site/tessaril.toml: from now on the site is checked as a visitor's browser reads it"},
+      {"tsl links --format sarif --report links.sarif site", "the same for code scanning and editors"},
       {"tsl external --report links.htm site", "make a page of all links to other servers"},
       {"tsl search --filter '*.css;*.js' -- -moz- site",
        "search other files, for a text that begins with \"-\""},
@@ -145,6 +169,10 @@ std::string ManPage() {
     page += option.only.empty() ? "\n" : " [" + OnlyFor(option) + "]\n";
   }
   for (const auto& [name, meaning] : kAlways) {
+    page += ".TP\n.B " + Roff(name) + "\n" + Roff(meaning) + "\n";
+  }
+  page += ".SH REPORTS FOR MACHINES\n" + Roff(kFormatsMeaning) + "\n";
+  for (const auto& [name, meaning] : kFormats) {
     page += ".TP\n.B " + Roff(name) + "\n" + Roff(meaning) + "\n";
   }
   page += ".SH EXIT STATUS\nThe first that fits of 2, 3, 1, 0.\n";

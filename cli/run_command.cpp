@@ -16,6 +16,7 @@
 #include "cli/arguments.h"
 #include "cli/console_text.h"
 #include "cli/interrupt.h"
+#include "cli/machine_report.h"
 #include "cli/output.h"
 #include "cli/person.h"
 #include "cli/places.h"
@@ -74,13 +75,17 @@ int ExitStatusOf(const RunEnd& end, const RunState& state, Function function) {
 int Run(const Arguments& arguments, DiskFiles& files, const Entities& entities, Answerer& answerer,
         Transcript& transcript) {
   const bool unattended = arguments.mode == Mode::kReportOnly || arguments.mode == Mode::kYes;
-  TerminalHost host(answerer, transcript, unattended);
+  MachineReport machine_report(arguments);
+  TerminalHost host(answerer, transcript, machine_report, unattended);
   RunState state;
   const RunEnd end = SearchRun(files, host, entities, arguments.options, state);
   bool failed = host.failures() > 0;
+  const int exit_status = ExitStatusOf(end, state, arguments.options.function);
   if (end.started) {
-    if (Status status = WriteReport(arguments.report, state.Results); !status.ok()) {
-      Refuse((arguments.report.empty() ? "standard output" : arguments.report) + ": " + status.reason());
+    const Status status = machine_report.wanted() ? machine_report.End(failed ? kExitFailure : exit_status)
+                                                  : WriteReport(arguments.report, state.Results);
+    if (!status.ok()) {
+      Refuse(machine_report.name() + ": " + status.reason());
       failed = true;
     }
   }
@@ -88,7 +93,7 @@ int Run(const Arguments& arguments, DiskFiles& files, const Entities& entities, 
     Refuse(arguments.transcript + ": " + transcript.status().reason());
     failed = true;
   }
-  return failed ? kExitFailure : ExitStatusOf(end, state, arguments.options.function);
+  return failed ? kExitFailure : exit_status;
 }
 
 bool IsSameFile(const std::string& a, const std::string& b) {

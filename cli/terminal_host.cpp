@@ -24,15 +24,24 @@ std::size_t TerminalWidth() {
 
 }  // namespace
 
-TerminalHost::TerminalHost(Answerer& answerer, Transcript& transcript, bool unattended)
+TerminalHost::TerminalHost(Answerer& answerer, Transcript& transcript, MachineReport& machine_report,
+                           bool unattended)
     : answerer_(answerer),
       transcript_(transcript),
+      machine_report_(machine_report),
       unattended_(unattended),
       progress_(isatty(STDERR_FILENO) != 0),
       next_progress_(std::chrono::steady_clock::now() + kProgressInterval) {}
 
 TerminalHost::~TerminalHost() {
   ClearProgress();
+}
+
+bool TerminalHost::BeginWalk() {
+  if (!machine_report_.wanted()) return true;
+  const Status status = machine_report_.Begin();
+  if (!status.ok()) TellFailure(machine_report_.name(), status.reason());
+  return status.ok();
 }
 
 ProposalAnswer TerminalHost::Propose(const Proposal& proposal) {
@@ -61,10 +70,12 @@ void TerminalHost::TellFailure(const std::string& path, const std::string& reaso
   ClearProgress();
   ++failures_;
   std::cerr << "tsl: " << OneLine(path) << ": " << OneLine(reason) << "\n";
+  if (machine_report_.writer() != nullptr) machine_report_.writer()->WriteFailure(path, reason);
 }
 
 void TerminalHost::CountFile(const std::string& path) {
   ++files_;
+  if (machine_report_.writer() != nullptr) machine_report_.writer()->BeginFile(path);
   if (!progress_) return;
   const auto now = std::chrono::steady_clock::now();
   if (now < next_progress_) return;

@@ -33,5 +33,7 @@ check ',' links --filter ''
 check 'classic,today,' links --rules ''
 check 'today,' entities --rules = t
 check ',[files]' init ''
+check 'sarif,' links --format s
+check 'text,json,sarif,junit,github,' links --format =
 check ',[files]' search -- --c
 exit $((failures > 0))

@@ -363,6 +363,7 @@ TEST_F(Tsl, RefusesWrongCommandLinesAndTouchesNothing) {
       {"search", "-x", page},
       {"search", "hit", page, "--transcript"},
       {"links", page, "--case"},
+      {"links", page, "--format", "xml"},
       {"search", "hit", page, "\x1b[2J\n"},
       {"search", "hit", page, "--answers", scratch / "r"},
   };
@@ -392,6 +393,30 @@ TEST_F(Tsl, RefusesWrongCommandLinesAndTouchesNothing) {
   EXPECT_EQ(scratch.Read("a.htm"), "hit");
   EXPECT_EQ(scratch.Read("t"), "old transcript");
   EXPECT_EQ(scratch.Read("r"), "old report");
+}
+
+TEST_F(Tsl, EndsAReportForMachinesWhateverEndsTheRun) {
+  scratch.Write("a.htm", "hit hit");
+  scratch.Write("b.htm", "hit");
+  scratch.Write("r", "old");
+  const auto run = [this](const std::string& format, const std::string& answers, const std::string& report) {
+    scratch.Write("answers", answers);
+    return RunTsl({"replace", "hit", "new", folder, "--filter", "x;*.htm", "--format", format, "--answers",
+                   scratch / "answers", "--report", report});
+  };
+  EXPECT_EQ(run("json", "cancel", scratch / "r").status, 3);  // to the question of the filter
+  EXPECT_EQ(scratch.Read("r"), "old");
+  EXPECT_EQ(run("json", "ok\nkeep\nstop", scratch / "r").status, 3);
+  std::string report = scratch.Read("r");
+  EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 2);
+  EXPECT_EQ(run("sarif", "ok\nok", scratch / "r").status, 2);  // no answer to a finding
+  report = scratch.Read("r");
+  EXPECT_NE(report.find("\"executionSuccessful\":false,\"exitCode\":2"), std::string::npos) << report;
+  EXPECT_TRUE(report.ends_with("]}]}\n")) << report;
+  const ProgramEnd full = run("junit", "ok", "/dev/full");
+  EXPECT_EQ(full.status, 2);
+  EXPECT_EQ(full.err, "tsl: /dev/full: No space left on device\n");
+  EXPECT_EQ(scratch.Read("a.htm") + scratch.Read("b.htm"), "hit hithit");
 }
 
 TEST_F(Tsl, TakesTextsAndPathsAsTheyAre) {
