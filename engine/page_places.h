@@ -24,6 +24,9 @@ class PagePlaces {
     std::size_t offset;
     PagePlace place;
   };
+  static constexpr std::size_t kApart = 1024;  // bytes between two of those that are kept, at least
+
+  Known GoOn(PageText& page, const Known& from, std::size_t offset);
   void Remember(const Known& known);
 
   std::vector<Known> known_{{0, {1, 1}}};  // rising
