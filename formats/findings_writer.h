@@ -21,7 +21,8 @@ std::optional<MachineFormat> FormatNamed(std::string_view name);
 /// What is known of a run before it begins.
 struct RunFacts {
   Function function = Function::kLinks;
-  std::string start_folder;  // absolute; what lies below is named from there, where a format allows it
+  std::string start_folder;  // absolute; what lies below is named from there, where a format allows it. Empty
+                             // when it is not known
 };
 
 /// Writes what a run finds for machines, in one format. All that is written is valid UTF-8, whatever bytes

@@ -24,6 +24,7 @@ std::string PathUtf8(std::string_view bytes) {
 }
 
 std::string_view PathFrom(std::string_view folder, std::string_view path) {
+  if (folder.empty()) return path;
   if (folder.ends_with('/')) folder.remove_suffix(1);  // the root
   const bool below =
       path.size() > folder.size() + 1 && path.starts_with(folder) && path[folder.size()] == '/';

@@ -18,7 +18,8 @@ std::string PageUtf8(std::string_view bytes, PageEncoding encoding);
 /// A path, or a message that may name one.
 std::string PathUtf8(std::string_view bytes);
 
-/// `path` from `folder` on when it lies below, else as it is. Both are absolute, bytes.
+/// `path` from `folder` on when it lies below, else as it is. Both are absolute, bytes; an
+/// empty `folder` holds nothing.
 std::string_view PathFrom(std::string_view folder, std::string_view path);
 
 /// Appends a byte as "%2C".

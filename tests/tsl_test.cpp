@@ -389,6 +389,8 @@ TEST_F(Tsl, RefusesWrongCommandLinesAndTouchesNothing) {
   const ProgramEnd nowhere = RunTsl({"search", "hit", "."}, remove_current);
   EXPECT_EQ(nowhere.status, 2);
   EXPECT_EQ(nowhere.err, "tsl: .: No such file or directory\n");
+  const ProgramEnd elsewhere = RunTsl({"search", "hit", page, "--format", "github"}, remove_current);
+  EXPECT_TRUE(elsewhere.out.starts_with("::notice file=" + page + ",line=1,col=1,")) << elsewhere.out;
   EXPECT_EQ(RunTsl({"replace", "hit", "new", page, "--yes", "--report", "r"}, remove_current).status, 2);
   EXPECT_EQ(scratch.Read("a.htm"), "hit");
   EXPECT_EQ(scratch.Read("t"), "old transcript");
