@@ -38,9 +38,10 @@ class Scan {
  private:
   void Step();
   bool At(std::size_t pos, char c) const { return pos < css_.size() && css_[pos] == c; }
+  bool IsLineEnd(std::size_t pos) const { return At(pos, '\n') || At(pos, '\r') || At(pos, '\f'); }
   void SkipBlanksAndComments();
   bool SkipComment();
-  void SkipEscape() { pos_ = std::min(pos_ + 2, css_.size()); }
+  void SkipEscape();
   std::string_view TakeName();
   std::optional<std::string_view> TakeQuoted();
   void TakeUrl(bool wanted);
@@ -94,11 +95,26 @@ void Scan::SkipBlanksAndComments() {
   }
 }
 
+// At a backslash: it takes one byte with it, or up to six digits and a blank behind them.
+void Scan::SkipEscape() {
+  constexpr std::size_t kMostDigits = 6;
+  const std::size_t begin = ++pos_;
+  while (pos_ < css_.size() && pos_ < begin + kMostDigits && HexadecimalDigit(css_[pos_]) >= 0) ++pos_;
+  if (css_.substr(pos_, 2) == "\r\n") {
+    pos_ += 2;
+  } else if (pos_ < css_.size() && (pos_ == begin || IsBlank(css_[pos_]))) {
+    ++pos_;
+  }
+}
+
 std::string_view Scan::TakeName() {
   const std::size_t begin = pos_;
   while (pos_ < css_.size() && (IsNameByte(css_[pos_]) || css_[pos_] == '\\')) {
-    if (css_[pos_] == '\\') ++pos_;
-    pos_ = std::min(pos_ + 1, css_.size());
+    if (css_[pos_] == '\\') {
+      SkipEscape();
+    } else {
+      ++pos_;
+    }
   }
   return css_.substr(begin, pos_ - begin);
 }
@@ -114,12 +130,10 @@ std::optional<std::string_view> Scan::TakeQuoted() {
       ++pos_;
       return css_.substr(begin, pos_ - 1 - begin);
     }
-    if (c != '\\') {
-      ++pos_;
-    } else if (css_.substr(pos_, 3) == "\\\r\n") {
-      pos_ += 3;
-    } else {
+    if (c == '\\') {
       SkipEscape();
+    } else {
+      ++pos_;
     }
   }
   return css_.substr(begin);  // the end of the sheet closes it
@@ -138,19 +152,22 @@ void Scan::TakeUrl(bool wanted) {
   std::size_t end = 0;
   bool good = true;
   bool blank = false;
-  for (end = pos_; pos_ < css_.size() && css_[pos_] != ')'; ++pos_) {
+  for (end = pos_; pos_ < css_.size() && css_[pos_] != ')';) {
     const char c = css_[pos_];
     if (IsBlank(c)) {
       blank = true;
+      ++pos_;
       continue;
     }
     good = good && !blank && c != '"' && c != '\'' && c != '(' && static_cast<unsigned char>(c) >= ' ' &&
            c != 127;
-    if (c == '\\' && pos_ + 1 < css_.size()) {
+    if (c == '\\') {
+      good = good && !IsLineEnd(pos_ + 1);
+      SkipEscape();
+    } else {
       ++pos_;
-      good = good && css_[pos_] != '\n' && css_[pos_] != '\r' && css_[pos_] != '\f';
     }
-    end = pos_ + 1;
+    end = pos_;
   }
   if (pos_ < css_.size()) ++pos_;
   if (good && wanted) links_.push_back(css_.substr(begin, end - begin));

@@ -53,6 +53,18 @@ std::string InCaseOf(std::string_view path, const std::vector<std::string>& name
   return std::string(path) + right;
 }
 
+// Whether a file may be what a link to `name` means: both are pages, or have the same extension.
+bool IsOfSameKind(const SiteEntry& file, std::string_view name) {
+  if (!file.is_file() || file.is_hidden()) return false;
+  const auto extension = [](std::string_view of) {
+    const std::size_t dot = of.rfind('.');
+    return ToLower(of.substr(std::min(dot, of.size())));
+  };
+  const PageForm form = FormOfName(name);
+  return extension(file.name) == extension(name) ||
+         (form != PageForm::kNone && FormOfName(file.name) == form);
+}
+
 // A link with its spelling resolved, as a page writes it.
 std::string Spelled(std::string_view text, Spelling spelling) {
   std::string spelled;
@@ -133,7 +145,7 @@ std::optional<std::string> LinkProposals::OtherFile(const SiteTarget& target, st
       SiteEntry* const folder = tree.Find(folder_names);
       if (folder != nullptr) {
         for (const SiteEntry* const entry : tree.EntriesOf(*folder)) {
-          if (entry->is_file() && !entry->is_hidden()) nearest.Offer(entry->name);
+          if (IsOfSameKind(*entry, target.names.back())) nearest.Offer(entry->name);
         }
       }
       if (const std::optional<std::string> name = nearest.Found()) known->second = tree.Child(*folder, *name);

@@ -281,8 +281,8 @@ const SiteTarget& SiteIndex::Remember(const std::vector<std::string>& names, boo
                                       bool leaves_site) {
   // No plain path begins with these signs.
   std::string key = leaves_site ? std::string("/^") : std::string("//");
-  for (const std::string& name : names) key += name + "/";
-  if (!names_folder) key += '.';
+  for (const std::string& name : names) key += std::to_string(name.size()) + ":" + name;
+  if (names_folder) key += '/';
   const auto [known, is_new] = targets_.try_emplace(std::move(key));
   if (is_new) {
     known->second.names = names;

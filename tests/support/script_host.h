@@ -18,6 +18,7 @@ class ScriptHost : public RunHost {
   std::deque<bool> replies;
   int cancel_at = 0;  // Cancel is pressed at this call for input, counted from 1; 0 for never
   bool unasked = false;
+  bool takes_proposals = false;  // what is not answered is replaced as proposed
   bool wants_findings = false;
   std::function<void(const std::string& path)> on_file;
   std::function<void()> on_proposal;
@@ -34,7 +35,7 @@ class ScriptHost : public RunHost {
   ProposalAnswer Propose(const Proposal& proposal) override {
     proposals.push_back(proposal);
     if (on_proposal) on_proposal();
-    if (answers.empty()) return {kKeep, proposal.ReplaceText.value_or("")};
+    if (answers.empty()) return {takes_proposals ? kReplace : kKeep, proposal.ReplaceText.value_or("")};
     ProposalAnswer answer = answers.front();
     answers.pop_front();
     return answer;

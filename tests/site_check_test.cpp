@@ -1,0 +1,288 @@
+#include "engine/site_check.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "engine/search_run.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/script_host.h"
+
+namespace tessaril {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+// A site in memory, judged by today's rules.
+class SiteTest : public testing::Test {
+ protected:
+  SiteTest() {
+    options_.function = Function::kLinks;
+    options_.dirList = "/site";
+    options_.ShowEach = false;
+    options_.site = Site{"/site", {}};
+    host_.wants_findings = true;
+    files_.contents["/site/index.html"] = "";
+  }
+
+  void Put(const std::string& name, const std::string& content) {
+    files_.contents["/site/" + name] = content;
+  }
+
+  // The findings of a run: "file:line:column kind found -> proposal".
+  Lines Run() {
+    host_.findings.clear();
+    (void)SearchRun(files_, host_, Entities(), options_, state_);
+    Lines lines;
+    for (const FindingRecord& record : host_.findings) {
+      lines.push_back(record.file.substr(6) + ":" + std::to_string(record.place.line) + ":" +
+                      std::to_string(record.place.column) + " " + std::string(RowOf(record.kind).id) + " " +
+                      record.found + (record.proposal ? " -> " + *record.proposal : ""));
+    }
+    return lines;
+  }
+
+  // What is found on the one page "p.html" of a site, without its name.
+  Lines FindOn(const std::string& page) {
+    Put("p.html", page);
+    Lines lines = Run();
+    for (std::string& line : lines) line.erase(0, line.starts_with("p.html:") ? 7 : 0);
+    return lines;
+  }
+
+  std::string End(const std::string& title) {
+    const std::size_t begin = state_.Results.find(title);
+    return begin == std::string::npos ? "" : state_.Results.substr(begin + title.size());
+  }
+
+  MemoryFiles files_;
+  ScriptHost host_;
+  RunOptions options_;
+  RunState state_;
+};
+
+TEST_F(SiteTest, FindsLinksWhereABrowserDoes) {
+  struct Row {
+    std::string page;
+    Lines dead;  // the links that are found, none of which leads to a file
+  };
+  const Row rows[] = {
+      {"<a href=a><A HREF='b'><area href = \"c\"><link href=d/>", {"a", "b", "c", "d/"}},
+      {"text href=\"no\" <!-- <a href=no> --><p href=no><script>'<a href=no>'</script><img src=a>", {"a"}},
+      {"<textarea><a href=no></textarea><title><a href=no></title><a href=a>", {"a"}},
+      {"<iframe src=a><a href=no></iframe><noscript><img src=b></noscript>", {"a", "b"}},
+      {"<script><!-- <script> </script> '<a href=no>' --></script><img src=a>", {"a"}},
+      {"<a href=a href=no><a title='>' href=b><a\nhref\n=\nc\n>", {"a", "b", "c"}},
+      {"<a href=\"x&amp;y\"><a href='&#97;&eacute'>", {"x&amp;y", "&#97;&eacute"}},
+      {"<img srcset='a 1x, b 2x,c' src=\" d \"><link imagesrcset=e,f>", {"a", "b", "c", "d", "e,f"}},
+      {"<video poster=a><object data=b></object><form action=c><button formaction=d>", {"a", "b", "c", "d"}},
+      {"<q cite=a><td background=b><img longdesc=c><html manifest=d>", {"a", "b", "c", "d"}},
+      {"<meta http-equiv=Refresh content=\"0; URL='a'\"><meta http-equiv=refresh content=\"1;b\">"
+       "<meta http-equiv=refresh content=x><meta content='0;url=no'>",
+       {"a", "b"}},
+      {"<style>/* url(no) */ @import \"a\"; x{y:url( b ) url('c')} @namespace url(no); z{w:url(no "
+       "no)}</style>",
+       {"a", "b", "c"}},
+      {"<p style='a:url(&quot;b&quot;)'><p style=\"x:URL(c\\2e d)\"><p style='behavior:url(no)'>",
+       {"b", "c\\2e d"}},
+      {"<svg><use xlink:href=a></use><image href=b /><style>x{y:url(c)}</style><script/></svg><img src=d>",
+       {"a", "b", "c", "d"}},
+      {"<svg><p><style>/*</style><img src=a>", {"a"}},  // the paragraph ends the picture
+      {"<a href=http://x/no><a href=//x/no><a href=mailto:no><a href=JavaScript:no><a href='data:,no'>", {}},
+      {"<a href=\"\"><a href=?q><a href=#><a href='p.html?q#'>", {}},
+      {"<a href=a", {}},
+      {"<a href='a><p>", {}},
+  };
+  for (const Row& row : rows) {
+    Lines found;
+    for (const std::string& line : FindOn(row.page)) {
+      EXPECT_NE(line.find("missing-file"), std::string::npos) << line;
+      found.push_back(line.substr(line.find("missing-file ") + 13));
+    }
+    EXPECT_EQ(found, row.dead) << row.page;
+  }
+}
+
+TEST_F(SiteTest, FollowsPathsAsTheURLStandardDoes) {
+  for (const char* name : {"sub/a b.html", "sub/index.html", "sub/deep/x.html", "100%.html", "Case.html",
+                           "caf\xC3\xA9.html", "empty/x.txt", "two.html", "TWO.html", "only/here.html"}) {
+    Put(name, "");
+  }
+  struct Row {
+    std::string link;
+    std::string finding;  // empty: in order
+  };
+  const Row rows[] = {
+      {"sub/a%20b.html", ""},
+      {"/sub/a b.html?x", ""},
+      {"./sub/../sub//deep/x.html", ""},
+      {"sub\\deep\\x.html", ""},
+      {"%73ub/%2e%2e/sub/", ""},
+      {" sub/de\nep/x.html ", ""},
+      {"100%25.html", ""},
+      {"100%.html", ""},
+      {"sub", ""},
+      {"sub/", ""},
+      {"caf%C3%A9.html", ""},
+      {"sub%2Findex.html", "missing-file"},
+      {"sub/deep/x.html/", "missing-file"},
+      {"empty/", "no-index-file"},
+      {"../p.html", "leaves-site -> p.html"},
+      {"/../../nothing", "leaves-site"},
+      {"file:///site/p.html", "file-link"},
+      {"case.html#x", "letter-case -> Case.html#x"},
+      {"/SUB/A%20B.html", "letter-case -> /sub/a%20b.html"},
+      {"Two.html", "letter-case -> TWO.html"},
+      {"here.html#x", "missing-file -> only/here.html#x"},
+      {"/here.html", "missing-file -> /only/here.html"},
+      {"sub/indxe.html", "missing-file -> sub/index.html"},
+      {"sub/index.htm", "missing-file -> sub/index.html"},
+      {"sub/index.txt", "missing-file"},
+      {"cgi-bin/x", ""},
+  };
+  for (const Row& row : rows) {
+    const Lines found = FindOn("<a href=\"" + row.link + "\">");
+    const std::string expected =
+        row.finding.empty()
+            ? ""
+            : row.finding.substr(0, row.finding.find(" ->")) + " " + row.link +
+                  (row.finding.find("->") == std::string::npos ? ""
+                                                               : row.finding.substr(row.finding.find(" ->")));
+    EXPECT_EQ(found, row.finding.empty() ? Lines() : Lines{"1:10 " + expected}) << row.link;
+  }
+  EXPECT_EQ(FindOn("<base href=sub/><a href=deep/x.html><a href='#x'><base href=no/>"),
+            Lines{"1:46 missing-anchor #x"});
+  EXPECT_EQ(FindOn("<base href=http://x/><a href=no><a href='#no'>"), Lines());
+  EXPECT_EQ(FindOn("<a href='caf\xE9.html'>\xFF"), Lines());  // a browser asks for it in UTF-8
+  EXPECT_EQ(FindOn("<a href='a&amp;b/CASE.html'>"), Lines{"1:10 missing-file a&amp;b/CASE.html"});
+}
+
+TEST_F(SiteTest, FindsAnchorsExactly) {
+  Put("t.html", "<p id=one><a name='Two'><p name=no><map name=m><a id=three name=three><p ID='f&ouml;r'>");
+  Put("notes.txt", "");
+  struct Row {
+    std::string page;
+    Lines findings;
+  };
+  const Row rows[] = {
+      {"<a href='t.html#one'><a href='t.html#Two'><a href='t.html#f%C3%B6r'><a href=t.html#TOP>", {}},
+      {"<a href='t.html#:~:text=x'><a href='notes.txt#x'><a href=t.html#three>", {}},
+      {"<a href='t.html#One'>", {"1:10 missing-anchor t.html#One -> t.html#one"}},
+      {"<a href='t.html#no'>\r\n<a href='t.html?x#thre'>",
+       {"1:10 missing-anchor t.html#no", "2:10 missing-anchor t.html?x#thre -> t.html?x#three"}},
+      {"<img usemap=#m><map name=M>", {"1:13 missing-anchor #m"}},
+      {"<img usemap='#m'><map name=m><a href='#m'>", {"1:39 missing-anchor #m"}},
+      {"<p id=a><p id=b><a name=a><p id=A><!--<p id=b>--><noscript><p id=b></noscript>",
+       {"1:25 anchor-twice a"}},
+  };
+  for (const Row& row : rows) EXPECT_EQ(FindOn(row.page), row.findings) << row.page;
+}
+
+TEST_F(SiteTest, FollowsTheSitesRules) {
+  Put("style.css", "a{b:url(no.png)}");
+  Put("old/x.html", "<a href=dead>");
+  Put("Up.html", "");
+  Put("p.html", "<a href=made/x><a href=skip/deep/y><a href=Up.html><a href=cgi-bin/no>");
+  EXPECT_EQ(Run(), (Lines{"old/x.html:1:9 missing-file dead", "p.html:1:9 missing-file made/x",
+                          "p.html:1:24 missing-file skip/deep/y", "style.css:1:9 missing-file no.png"}));
+  SiteRules& rules = options_.site->rules;
+  rules.ignore_files = {"/old/", "*.css"};
+  rules.ignore_links = {"skip/**"};
+  rules.allow_missing = {"made/*"};
+  rules.lowercase_names = true;
+  options_.CGIname = "";
+  EXPECT_EQ(Run(), (Lines{"p.html:1:44 upper-case-link Up.html", "p.html:1:60 missing-file cgi-bin/no"}));
+  rules.index = {"Up.html"};
+  EXPECT_EQ(FindOn("<a href=/><a href=old>"), Lines{"1:19 no-index-file old"});
+}
+
+TEST_F(SiteTest, EndsTheReportWithWhatIsMissingAndUnlinked) {
+  Put("index.html", "<a href=a.html><a href=a.html#x><link href=s.css>");
+  Put("a.html", "<a href=gone><a href=/gone><a href=b/gone><a href=a.html>");
+  Put("s.css", "x{y:url(pic.png)}");
+  Put("pic.png", "");
+  Put("robots.txt", "");
+  Put("lone.html", "<a href=lone.html><a href=island.html>");
+  Put("island.html", "<a href=lone2.html>");
+  Put("lone2.html", "");
+  Put("other.zip", "");
+  Put("b/lost.html", "");
+  Put("tessaril.toml", "");
+  (void)Run();
+  EXPECT_EQ(
+      End("Missing targets:"),
+      "\r\n     2  /gone\r\n     1  /a.html#x\r\n     1  /b/gone\r\n\r\n" + std::string(50, '=') +
+          "\r\nUnlinked files:\r\n     /site/b/lost.html\r\n     /site/lone.html\r\n     /site/other.zip");
+  EXPECT_NE(state_.Results.find("*** Error:     No such file or directory: /site/gone, line 1, column 9\r\n"
+                                "...in link:\r\n\r\n<a href=gone><a href=/gone>"),
+            std::string::npos);
+  options_.site->rules.start = {"index.html"};
+  (void)Run();
+  EXPECT_EQ(End("Unlinked files:"),
+            "\r\n     /site/b/lost.html\r\n     /site/island.html\r\n     /site/lone.html\r\n     "
+            "/site/lone2.html\r\n     /site/other.zip");
+  // A part of the site: whatever leads there from outside counts.
+  options_.site->rules.start.clear();
+  options_.dirList = "/site/b";
+  Put("p.html", "<a href=b/lost.html>");
+  (void)Run();
+  EXPECT_EQ(End("Unlinked files:"), "");
+  options_.dirList = "/site";
+  options_.MarkedOnly = true;
+  options_.filList = "a.html";
+  (void)Run();
+  EXPECT_EQ(End("Missing targets:"), "\r\n     2  /gone\r\n     1  /b/gone");
+  EXPECT_EQ(state_.Results.find("Unlinked"), std::string::npos);
+}
+
+TEST_F(SiteTest, PutsProposalsInPlace) {
+  options_.ShowEach = true;
+  Put("Right.html", "");
+  Put("p.html", "<a href=\"right.html\">A</a>\n<a href=\"RIGHT.html\">B</a> <a href=\"none\">C</a>");
+  const auto keep = [](const std::string& field) { return ProposalAnswer{kKeep, field}; };
+  host_.answers = {
+      {kReplace, "<a href=\"Right.html\">A</a>\n<a href=\"RIGHT.html\">B</a> <a href=\"none\">C</a>"},
+      keep("edited in vain"),
+      {kReplace, "html\">B</a> <a href=\"index.html\">C</a> <a href=\"lost\">"},
+      keep(""),
+      keep("")};
+  EXPECT_EQ(Run(), (Lines{"p.html:1:10 letter-case right.html -> Right.html",
+                          "p.html:2:10 letter-case RIGHT.html -> Right.html", "p.html:2:37 missing-file none",
+                          "p.html:2:64 missing-file lost"}));
+  EXPECT_EQ(files_.contents["/site/p.html"],
+            "<a href=\"Right.html\">A</a>\n<a href=\"RIGHT.html\">B</a> <a href=\"index.html\">C</a> <a "
+            "href=\"lost\">");
+  const Proposal& first = host_.proposals.front();
+  EXPECT_EQ(first.SearchText, "Differs in letter case: /site/Right.html, line 1, column 10");
+  EXPECT_EQ(first.ReplaceSelection, (Selection{9, 10}));
+  EXPECT_EQ(state_.Results.find("in vain"), std::string::npos);
+  EXPECT_NE(End("Missing targets:").find("/lost"), std::string::npos);
+  EXPECT_EQ(End("Missing targets:").find("/none"), std::string::npos);  // mended
+}
+
+TEST_F(SiteTest, AcceptsUnseenOnlyWhatIsCertain) {
+  options_.AcceptCertain = true;
+  host_.unasked = true;
+  host_.takes_proposals = true;
+  Put("Right.html", "<p id=x>");
+  Put("two.html", "");
+  Put("TWO.html", "");
+  Put("p.html", "<a href='right.html#x'><a href=RIGHT.HTML#y><a href=Two.html><a href=riht.html>");
+  EXPECT_EQ(Run(), (Lines{"p.html:1:10 letter-case right.html#x -> Right.html#x",
+                          "p.html:1:32 letter-case RIGHT.HTML#y -> Right.html#y",
+                          "p.html:1:32 missing-anchor Right.html#y -> Right.html#x",
+                          "p.html:1:53 letter-case Two.html -> TWO.html",
+                          "p.html:1:70 missing-file riht.html -> Right.html"}));
+  EXPECT_EQ(files_.contents["/site/p.html"],
+            "<a href='Right.html#x'><a href=Right.html#y><a href=Two.html><a href=riht.html>");
+  EXPECT_EQ(files_.writes, Lines{"/site/p.html"});
+  // What cannot be written is not told as changed.
+  Put("p.html", "<a href=right.html><a href=RIGHT.html>");
+  files_.unwritable.insert("/site/p.html");
+  EXPECT_EQ(Run().size(), 2u);
+  EXPECT_EQ(state_.Results.find("changed"), std::string::npos);
+  EXPECT_EQ(host_.failures.size(), 1u);
+}
+
+}  // namespace
+}  // namespace tessaril
