@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <ranges>
 
 #include "cli/console_text.h"
 #include "cli/help.h"
@@ -65,12 +64,12 @@ std::string NotEmpty(const std::string& value) {
 
 constexpr std::string_view kClassic = "classic";
 
-// For an option whose value is one of some words.
+// For an option whose value is one of some words, which have "|" between them.
 std::string OneOf(std::string_view words, const std::string& value) {
-  const auto is_value = [&value](const auto& word) { return std::ranges::equal(word, value); };
-  return std::ranges::any_of(std::views::split(words, '|'), is_value)
-             ? ""
-             : "must be one of " + std::string(words);
+  const auto framed = [](std::string_view text) { return "|" + std::string(text) + "|"; };
+  const bool is_word =
+      value.find('|') == std::string::npos && framed(words).find(framed(value)) != std::string::npos;
+  return is_word ? "" : "must be one of " + std::string(words);
 }
 
 CLI::App* AddCommand(CLI::App& app, const CommandRow& row, Found& found) {

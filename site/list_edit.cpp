@@ -129,7 +129,7 @@ class ListEditor {
     std::string pieces;
     for (const std::string& text : added) {
       const bool needs_comma = has_comma || &text != &added.back();
-      pieces += before + TomlQuoted(text) + (needs_comma ? "," : "") + behind;
+      pieces.append(before).append(TomlQuoted(text)).append(needs_comma ? "," : "").append(behind);
     }
     edits_.push_back({place, place, pieces});
   }
