@@ -122,7 +122,7 @@ EntityVerdict ClassicEntities::Judge(PageText& page, std::string_view text) cons
   return JudgeCharacter(entities_, page.Encoding(), text);
 }
 
-std::size_t ClassicEntities::GoOnBehind(const EntityVerdict& verdict, Outcome) {
+std::size_t ClassicEntities::GoOn(const EntityVerdict& verdict, Outcome, std::size_t) {
   return verdict.place + verdict.step;
 }
 

@@ -16,7 +16,7 @@ class ClassicEntities : public EntityRules {
   explicit ClassicEntities(const Entities& entities) : entities_(entities) {}
 
   std::optional<EntityVerdict> Next(PageText& page, std::size_t from) override;
-  std::size_t GoOnBehind(const EntityVerdict& verdict, Outcome outcome) override;
+  std::size_t GoOn(const EntityVerdict& verdict, Outcome outcome, std::size_t behind) override;
 
  private:
   EntityVerdict Judge(PageText& page, std::string_view text) const;

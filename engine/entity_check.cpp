@@ -1,19 +1,33 @@
 #include "engine/entity_check.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "engine/classic_entities.h"
 #include "engine/entity_rules.h"
 #include "engine/finding.h"
-#include "engine/page_places.h"
+#include "engine/page_findings.h"
 #include "engine/page_text.h"
 #include "engine/paths.h"
 #include "engine/report_pieces.h"
+#include "engine/today_entities.h"
 
 namespace tessaril {
 namespace {
+
+using Outcome = EntityRules::Outcome;
+
+// Where in the page that what stood behind a finding begins, as far as it stands there still: `shown` was in
+// the place of `now`.
+std::size_t PlaceBehind(const Finding& finding, std::string_view shown, std::string_view now) {
+  const std::string_view behind = shown.substr(finding.place + finding.length - finding.context_begin);
+  const auto differs = std::mismatch(behind.rbegin(), behind.rend(), now.rbegin(), now.rend()).first;
+  const auto same = static_cast<std::size_t>(differs - behind.rbegin());
+  return finding.context_begin + now.size() - same;
+}
 
 // The check of one page. Its block of the report grows at the end of `Results`, and is cut back to what is
 // true of the file on the disk when the check fails.
@@ -25,6 +39,7 @@ class PageCheck {
         stamp_(stamp),
         rules_(rules),
         run_(run),
+        findings_(run.host),
         begin_(run.state.Results.size()),
         true_end_(begin_) {}
 
@@ -34,7 +49,7 @@ class PageCheck {
   Status GoThrough();
   void BeginBlock();
   void NoteFinding(const EntityVerdict& verdict);
-  Status PutToUser(const EntityVerdict& verdict, EntityRules::Outcome& outcome);
+  Status PutToUser(const EntityVerdict& verdict, std::size_t& go_on);
   Status Replace(const Finding& finding, const std::string& text);
   Status Write();
 
@@ -43,7 +58,7 @@ class PageCheck {
   FileStamp& stamp_;
   EntityRules& rules_;
   RunContext& run_;
-  PagePlaces places_;
+  PageFindings findings_;
   std::string file_name_;        // as the user sees it
   const std::size_t begin_;      // where in `Results` the block begins,
   std::size_t header_size_ = 0;  // how long its header is,
@@ -77,10 +92,8 @@ Status PageCheck::Run() {
 Status PageCheck::GoThrough() {
   std::size_t place = 0;
   while (const std::optional<EntityVerdict> verdict = rules_.Next(page_, place)) {
-    EntityRules::Outcome outcome = EntityRules::Outcome::kKept;
-    if (Status status = PutToUser(*verdict, outcome); !status.ok()) return status;
+    if (Status status = PutToUser(*verdict, place); !status.ok()) return status;
     if (run_.state.StopRequested) break;
-    place = rules_.GoOnBehind(*verdict, outcome);
   }
   return {};
 }
@@ -93,20 +106,19 @@ void PageCheck::BeginBlock() {
 }
 
 void PageCheck::NoteFinding(const EntityVerdict& verdict) {
-  if (!run_.host.WantsFindings()) return;
+  if (!findings_.wanted()) return;
   const std::size_t replaced_end = verdict.place + verdict.length;
   const std::size_t end = std::max(replaced_end, verdict.place + verdict.judged);
-  FindingRecord record{
-      verdict.kind, path_,           places_.At(page_, verdict.place), std::string(verdict.message), {},
-      {},           page_.Encoding()};
-  page_.AppendSlice(verdict.place, end, record.found);
-  std::string proposal = verdict.proposed;
-  page_.AppendSlice(replaced_end, end, proposal);
-  if (proposal != record.found) record.proposal = std::move(proposal);
-  run_.host.NoteFinding(record);
+  std::string found;
+  page_.AppendSlice(verdict.place, end, found);
+  std::optional<std::string> proposal = verdict.proposed;
+  page_.AppendSlice(replaced_end, end, *proposal);
+  if (*proposal == found) proposal.reset();
+  findings_.Note(verdict.kind, path_, page_, verdict.place, end, verdict.message, std::move(proposal));
 }
 
-Status PageCheck::PutToUser(const EntityVerdict& verdict, EntityRules::Outcome& outcome) {
+// `go_on` becomes the place where the check goes on.
+Status PageCheck::PutToUser(const EntityVerdict& verdict, std::size_t& go_on) {
   if (!hit_) BeginBlock();
   NoteFinding(verdict);
   const Finding finding = FindingAt(page_, verdict.place, verdict.length);
@@ -115,11 +127,13 @@ Status PageCheck::PutToUser(const EntityVerdict& verdict, EntityRules::Outcome& 
   const ProposalAnswer answer = run_.host.Propose(proposal);
   RunState& state = run_.state;
   AppendAnswer(proposal, answer, path_, state.Results);
+  Outcome outcome = Outcome::kKept;
   if (answer.ReplaceAnswer == kReplace) {
-    outcome = answer.ReplaceText == *proposal.ReplaceText ? EntityRules::Outcome::kAsProposed
-                                                          : EntityRules::Outcome::kEdited;
+    outcome = answer.ReplaceText == *proposal.ReplaceText ? Outcome::kAsProposed : Outcome::kEdited;
     if (Status status = Replace(finding, answer.ReplaceText); !status.ok()) return status;
   }
+  const std::string& now = outcome == Outcome::kKept ? proposal.SearchText : answer.ReplaceText;
+  go_on = rules_.GoOn(verdict, outcome, PlaceBehind(finding, proposal.SearchText, now));
   if (written_) true_end_ = state.Results.size();
   if (answer.ReplaceAnswer == kStop) state.StopRequested = true;
   run_.HandleInput();
@@ -128,7 +142,7 @@ Status PageCheck::PutToUser(const EntityVerdict& verdict, EntityRules::Outcome& 
 
 Status PageCheck::Replace(const Finding& finding, const std::string& text) {
   page_.Replace(finding.context_begin, finding.context_end, text);
-  places_.NoteChange(finding.context_begin);
+  findings_.NoteChange(finding.context_begin);
   unwritten_ = true;
   return run_.host.AnswersUnasked() ? Status() : Write();
 }
@@ -144,6 +158,11 @@ Status PageCheck::Write() {
   return status;
 }
 
+std::unique_ptr<EntityRules> RulesOf(const RunContext& run) {
+  if (!run.options.JudgesByToday()) return std::make_unique<ClassicEntities>(run.entities);
+  return std::make_unique<TodayEntities>(run.entities, run.options.site->rules.ascii_entities);
+}
+
 }  // namespace
 
 Status ErstatAlfa(const std::string& F, RunContext& run) {
@@ -151,8 +170,8 @@ Status ErstatAlfa(const std::string& F, RunContext& run) {
   FileStamp stamp;
   if (Status status = run.files.Read(F, run.page_bytes, stamp); !status.ok()) return status;
   PageText page(run.page_bytes);
-  ClassicEntities rules(run.entities);
-  return PageCheck(F, page, stamp, rules, run).Run();
+  const std::unique_ptr<EntityRules> rules = RulesOf(run);
+  return PageCheck(F, page, stamp, *rules, run).Run();
 }
 
 Status CheckEntities(RunContext& run) {

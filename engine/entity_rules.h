@@ -34,8 +34,10 @@ class EntityRules {
   /// The first finding at or behind `from` in the page as it stands; nothing when there is none.
   virtual std::optional<EntityVerdict> Next(PageText& page, std::size_t from) = 0;
 
-  /// Where the check goes on. Must be told of each finding what became of it, before the next is asked for.
-  virtual std::size_t GoOnBehind(const EntityVerdict& verdict, Outcome outcome) = 0;
+  /// Where the check goes on. Must be told of each finding what became of it, before the next is asked for;
+  /// `behind` is the place in the page as it stands now of what stood behind the finding, as far as that was
+  /// left as it was.
+  virtual std::size_t GoOn(const EntityVerdict& verdict, Outcome outcome, std::size_t behind) = 0;
 };
 
 }  // namespace tessaril
