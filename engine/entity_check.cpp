@@ -1,92 +1,45 @@
 #include "engine/entity_check.h"
 
+#include <algorithm>
+#include <memory>
+#include <optional>
 #include <string_view>
+#include <utility>
 
-#include "engine/byte_search.h"
-#include "engine/characters.h"
-#include "engine/entities.h"
+#include "engine/classic_entities.h"
+#include "engine/entity_rules.h"
 #include "engine/finding.h"
+#include "engine/page_findings.h"
 #include "engine/page_text.h"
 #include "engine/paths.h"
 #include "engine/report_pieces.h"
+#include "engine/today_entities.h"
 
 namespace tessaril {
 namespace {
 
-// What the check makes of a place whose first byte is above 127 or "&".
-struct Verdict {
-  std::size_t length = 0;  // bytes that are to be replaced; 0 when there is no finding
-  std::size_t step = 1;    // bytes to where the check goes on, whatever the user makes of the finding
-  std::string proposed;
-  std::string hint;
-};
+using Outcome = EntityRules::Outcome;
 
-std::string Entity(std::string_view name) {
-  return "&" + std::string(name) + ";";
-}
-
-std::string NumericEntity(char32_t code) {
-  return Entity("#" + std::to_string(static_cast<std::uint32_t>(code)));
-}
-
-// A byte above 127 of an 8-bit page, or a bare "&".
-Verdict JudgeByte(const Entities& entities, char c) {
-  const std::string_view name = entities.NameForCharacter(c);
-  if (!name.empty()) return {1, 1, Entity(name), ""};
-  if (c == '&') return {1, 1, "&amp;", "If not in tag/link!"};
-  return {1, 1, NumericEntity(static_cast<unsigned char>(c)), "Windows only tag?"};
-}
-
-// A character above 127 of a UTF-8 page. A byte that begins none (an edit may have brought it, or left the
-// check in the middle of a sequence) is passed over.
-Verdict JudgeSequence(const Entities& entities, std::string_view text) {
-  const std::size_t length = SequenceLength(text);
-  if (length == 0) return {};
-  const char32_t code = CodePoint(text.substr(0, length));
-  const std::string_view name = entities.NameForCodePoint(code);
-  return {length, 1, name.empty() ? NumericEntity(code) : Entity(name), ""};
-}
-
-// `name` begins with "#". What is no number counts as 0.
-Verdict JudgeNumeric(const Entities& entities, std::string_view name) {
-  constexpr char32_t kLastEightBit = 255;
-  const std::string_view number = name.substr(1);
-  const bool hexadecimal = number.starts_with('x') || number.starts_with('X');
-  char32_t code = (hexadecimal ? HexadecimalCode(number.substr(1)) : DecimalCode(number)).value_or(0);
-  std::optional<char> eight_bit = EightBitCode(code);
-  if (code <= kLastEightBit) {
-    eight_bit = static_cast<char>(static_cast<unsigned char>(code));
-    code = EightBitCharacter(*eight_bit);
-  }
-  const std::string_view known = eight_bit ? entities.NameForNumeric(*eight_bit) : std::string_view();
-  std::string hint = "Character: ";
-  if (code != 0 && IsCharacter(code)) AppendUtf8(code, hint);
-  const std::size_t length = name.size() + 2;
-  return {length, length, Entity(known.empty() ? name : known), hint};
-}
-
-Verdict JudgeAmpersand(const Entities& entities, std::string_view text) {
-  constexpr std::size_t kFarthest = 20;  // where the ";" of an entity may be, counted from its "&"
-  const std::size_t length = text.substr(1, kFarthest).find(';');
-  if (length == std::string_view::npos) return JudgeByte(entities, '&');
-  const std::string_view name = text.substr(1, length);
-  const std::size_t behind = length + 2;
-  if (name == "lt" || name == "gt" || name == "quot" || name == "amp") return {0, behind, "", ""};
-  if (name.starts_with('#')) return JudgeNumeric(entities, name);
-  if (entities.IsDoubtful(name)) return {behind, behind, Entity(name), "Replace doubtful tag!"};
-  if (entities.IsGood(name)) return {0, behind, "", ""};
-  return JudgeByte(entities, '&');
+// Where in the page that what stood behind a finding begins, as far as it stands there still: `shown` was in
+// the place of `now`.
+std::size_t PlaceBehind(const Finding& finding, std::string_view shown, std::string_view now) {
+  const std::string_view behind = shown.substr(finding.place + finding.length - finding.context_begin);
+  const auto differs = std::mismatch(behind.rbegin(), behind.rend(), now.rbegin(), now.rend()).first;
+  const auto same = static_cast<std::size_t>(differs - behind.rbegin());
+  return finding.context_begin + now.size() - same;
 }
 
 // The check of one page. Its block of the report grows at the end of `Results`, and is cut back to what is
 // true of the file on the disk when the check fails.
 class PageCheck {
  public:
-  PageCheck(const std::string& F, PageText& page, FileStamp& stamp, RunContext& run)
+  PageCheck(const std::string& F, PageText& page, FileStamp& stamp, EntityRules& rules, RunContext& run)
       : path_(F),
         page_(page),
         stamp_(stamp),
+        rules_(rules),
         run_(run),
+        findings_(run.host),
         begin_(run.state.Results.size()),
         true_end_(begin_) {}
 
@@ -94,16 +47,18 @@ class PageCheck {
 
  private:
   Status GoThrough();
-  Verdict Judge(std::string_view text);
   void BeginBlock();
-  Status PutToUser(std::size_t place, const Verdict& verdict);
+  void NoteFinding(const EntityVerdict& verdict);
+  Status PutToUser(const EntityVerdict& verdict, std::size_t& go_on);
   Status Replace(const Finding& finding, const std::string& text);
   Status Write();
 
   const std::string& path_;
   PageText& page_;
   FileStamp& stamp_;
+  EntityRules& rules_;
   RunContext& run_;
+  PageFindings findings_;
   std::string file_name_;        // as the user sees it
   const std::size_t begin_;      // where in `Results` the block begins,
   std::size_t header_size_ = 0;  // how long its header is,
@@ -136,28 +91,11 @@ Status PageCheck::Run() {
 
 Status PageCheck::GoThrough() {
   std::size_t place = 0;
-  if (page_.Tail(0).starts_with(kByteOrderMark) && page_.Encoding() == PageEncoding::kUtf8) {
-    place = kByteOrderMark.size();
-  }
-  while (place < page_.size()) {
-    const std::string_view text = page_.Tail(place);
-    const std::size_t next = FindHighByteOr('&', text);
-    if (next == ByteSearch::kNone) break;
-    place += next;
-    const Verdict verdict = Judge(text.substr(next));
-    if (verdict.length > 0) {
-      if (Status status = PutToUser(place, verdict); !status.ok()) return status;
-      if (run_.state.StopRequested) break;
-    }
-    place += verdict.step;
+  while (const std::optional<EntityVerdict> verdict = rules_.Next(page_, place)) {
+    if (Status status = PutToUser(*verdict, place); !status.ok()) return status;
+    if (run_.state.StopRequested) break;
   }
   return {};
-}
-
-Verdict PageCheck::Judge(std::string_view text) {
-  if (text[0] == '&') return JudgeAmpersand(run_.entities, text);
-  if (page_.Encoding() == PageEncoding::kUtf8) return JudgeSequence(run_.entities, text);
-  return JudgeByte(run_.entities, text[0]);
 }
 
 void PageCheck::BeginBlock() {
@@ -167,17 +105,35 @@ void PageCheck::BeginBlock() {
   header_size_ = run_.state.Results.size() - begin_;
 }
 
-Status PageCheck::PutToUser(std::size_t place, const Verdict& verdict) {
+void PageCheck::NoteFinding(const EntityVerdict& verdict) {
+  if (!findings_.wanted()) return;
+  const std::size_t replaced_end = verdict.place + verdict.length;
+  const std::size_t end = std::max(replaced_end, verdict.place + verdict.judged);
+  std::string found;
+  page_.AppendSlice(verdict.place, end, found);
+  std::optional<std::string> proposal = verdict.proposed;
+  page_.AppendSlice(replaced_end, end, *proposal);
+  if (*proposal == found) proposal.reset();
+  findings_.Note(verdict.kind, path_, page_, verdict.place, end, verdict.message, std::move(proposal));
+}
+
+// `go_on` becomes the place where the check goes on.
+Status PageCheck::PutToUser(const EntityVerdict& verdict, std::size_t& go_on) {
   if (!hit_) BeginBlock();
-  const Finding finding = FindingAt(page_, place, verdict.length);
+  NoteFinding(verdict);
+  const Finding finding = FindingAt(page_, verdict.place, verdict.length);
   Proposal proposal = ProposeText(file_name_, page_, finding, verdict.proposed);
   proposal.Label4 = verdict.hint;
   const ProposalAnswer answer = run_.host.Propose(proposal);
   RunState& state = run_.state;
   AppendAnswer(proposal, answer, path_, state.Results);
+  Outcome outcome = Outcome::kKept;
   if (answer.ReplaceAnswer == kReplace) {
+    outcome = answer.ReplaceText == *proposal.ReplaceText ? Outcome::kAsProposed : Outcome::kEdited;
     if (Status status = Replace(finding, answer.ReplaceText); !status.ok()) return status;
   }
+  const std::string& now = outcome == Outcome::kKept ? proposal.SearchText : answer.ReplaceText;
+  go_on = rules_.GoOn(verdict, outcome, PlaceBehind(finding, proposal.SearchText, now));
   if (written_) true_end_ = state.Results.size();
   if (answer.ReplaceAnswer == kStop) state.StopRequested = true;
   run_.HandleInput();
@@ -186,6 +142,7 @@ Status PageCheck::PutToUser(std::size_t place, const Verdict& verdict) {
 
 Status PageCheck::Replace(const Finding& finding, const std::string& text) {
   page_.Replace(finding.context_begin, finding.context_end, text);
+  findings_.NoteChange(finding.context_begin);
   unwritten_ = true;
   return run_.host.AnswersUnasked() ? Status() : Write();
 }
@@ -201,6 +158,11 @@ Status PageCheck::Write() {
   return status;
 }
 
+std::unique_ptr<EntityRules> RulesOf(const RunContext& run) {
+  if (!run.options.JudgesByToday()) return std::make_unique<ClassicEntities>(run.entities);
+  return std::make_unique<TodayEntities>(run.entities, run.options.site->rules.ascii_entities);
+}
+
 }  // namespace
 
 Status ErstatAlfa(const std::string& F, RunContext& run) {
@@ -208,7 +170,8 @@ Status ErstatAlfa(const std::string& F, RunContext& run) {
   FileStamp stamp;
   if (Status status = run.files.Read(F, run.page_bytes, stamp); !status.ok()) return status;
   PageText page(run.page_bytes);
-  return PageCheck(F, page, stamp, run).Run();
+  const std::unique_ptr<EntityRules> rules = RulesOf(run);
+  return PageCheck(F, page, stamp, *rules, run).Run();
 }
 
 Status CheckEntities(RunContext& run) {
