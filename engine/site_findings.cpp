@@ -128,9 +128,11 @@ std::string SiteFinder::PathOf(const SiteTarget& target) {
 // Why a file cannot be opened, in the system's words.
 std::string SiteFinder::ReasonFor(const SiteTarget& target) {
   SiteTree& tree = site_.index.tree();
+  if (const SiteEntry* const file = target.file; file != nullptr && file->page && !file->page->reading.ok()) {
+    return file->page->reading.reason();
+  }
   const SiteEntry* const entry = tree.Find(target.names);
   if (entry == nullptr) return Status::System(ENOENT).reason();
-  if (entry->page && !entry->page->reading.ok()) return entry->page->reading.reason();
   if (entry->is_file()) return Status::System(target.names_folder ? ENOTDIR : ENOENT).reason();
   const Status status = site_.index.Examine(PathOf(target));
   return (status.ok() ? Status::System(ENOENT) : status).reason();

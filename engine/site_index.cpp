@@ -241,12 +241,12 @@ JudgedLink SiteIndex::Judge(std::string_view link, const Base& base) {
   }
   if (base.is_elsewhere) return judged;
   judged.target = TargetOf(address.path, base);
-  judged.fragment = PercentDecoded(address.fragment);
   if (judged.target == nullptr) return judged;
   judged.fault = judged.target->fault;
   SiteEntry* const file = judged.target->file;
   if (!judged.fault && file != nullptr && !HasFragment(*file, address.fragment)) {
     judged.fault = file->page->reading.ok() ? FindingKind::kMissingAnchor : FindingKind::kMissingFile;
+    judged.fragment = PercentDecoded(address.fragment);
   }
   return judged;
 }

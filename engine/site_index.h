@@ -51,7 +51,7 @@ struct SiteTarget {
 struct JudgedLink {
   std::optional<FindingKind> fault;
   const SiteTarget* target = nullptr;  // null when it leads elsewhere
-  std::string fragment;                // percent-decoded
+  std::string fragment;                // of a missing anchor, percent-decoded
 };
 
 /// What is known of one page: its anchors, and as long as nobody has asked whether it is in order, what of
