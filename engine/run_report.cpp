@@ -90,7 +90,7 @@ std::string EndOfLinks(RunContext& run) {
   std::string end = MissingSection(*run.site);
   if (!whole) return end;
   end += SectionHead("Unlinked files:");
-  for (const std::string& path : run.site->Unlinked(run.options.dirList)) end += "\r\n     " + path;
+  for (const std::string& path : run.site->Unlinked()) end += "\r\n     " + path;
   return end;
 }
 

@@ -1,5 +1,7 @@
 #include "engine/search_run.h"
 
+#include <cerrno>
+#include <new>
 #include <string>
 
 #include "engine/ascii.h"
@@ -58,6 +60,16 @@ SearchTexts KeepAndConvertTexts(RunHost& host, const Entities& entities, const R
   return texts;
 }
 
+// By today's rules, what is not visited may lead to a file, too.
+void LookForUnlinked(RunContext& run) {
+  if (!run.site || run.options.MarkedOnly || run.state.StopRequested) return;
+  try {
+    run.site->LookForUnlinked(run.options.dirList);
+  } catch (const std::bad_alloc&) {
+    run.host.TellFailure(run.options.dirList, Status::System(ENOMEM).reason());
+  }
+}
+
 void Reset(RunState& state) {
   state.UnlinkedList = {};
   state.RenameOffered = false;
@@ -83,6 +95,7 @@ RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const Ru
     run.site = std::make_shared<SiteRun>(files, options, [&run] { return run.HandleInput(); });
   }
   FolderWalk(run, function.worker).WalkFolder(options.dirList);
+  LookForUnlinked(run);
   if (Status status = files.FlushFolder(); !status.ok()) {
     host.TellFailure(files.CurrentFolder(), status.reason());
   }

@@ -42,7 +42,7 @@ void SiteRun::MarkByWays(const std::vector<std::string>& start) {
   }
 }
 
-std::vector<std::string> SiteRun::Unlinked(const std::string& folder) {
+void SiteRun::LookForUnlinked(const std::string& folder) {
   SiteTree& tree = index.tree();
   const SiteRules& rules = index.rules();
   ReadAll();
@@ -55,19 +55,17 @@ std::vector<std::string> SiteRun::Unlinked(const std::string& folder) {
     break;
   }
   const SitePatterns allowed(rules.allow_unlinked);
-  std::vector<std::string> pages;
   std::vector<std::string> others;
   SiteEntry* const top = tree.OfPath(folder);
-  if (top == nullptr) return pages;
+  if (top == nullptr) return;
   tree.ForEachFile(*top, [&](SiteEntry& file) {
     const std::string path = tree.SitePathOf(file);
     if (file.is_linked || path == kSiteFileName || index.IsIgnored(file) || allowed.Match(path)) return;
     const PageForm form = index.FormOf(file);
     const bool is_page = form == PageForm::kHtml || form == PageForm::kXml;
-    (is_page ? pages : others).push_back(tree.PathOf(file));
+    (is_page ? unlinked_ : others).push_back(tree.PathOf(file));
   });
-  pages.insert(pages.end(), others.begin(), others.end());
-  return pages;
+  unlinked_.insert(unlinked_.end(), others.begin(), others.end());
 }
 
 }  // namespace tessaril

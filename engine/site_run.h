@@ -29,15 +29,19 @@ class SiteRun {
   /// Missing targets and how many links name each, the most first, ties by name.
   std::vector<std::pair<std::string, std::size_t>> Missing() const;
 
-  /// The paths of the files in the folder `folder` and below to which nothing leads, pages first. Reads the
-  /// pages and style sheets of the site that are not known yet.
-  std::vector<std::string> Unlinked(const std::string& folder);
+  /// Finds the files in the folder `folder` and below to which nothing leads. Reads the pages and style
+  /// sheets of the site that are not known yet.
+  void LookForUnlinked(const std::string& folder);
+
+  /// Their paths, pages first.
+  const std::vector<std::string>& Unlinked() const { return unlinked_; }
 
  private:
   void ReadAll();
   void MarkByWays(const std::vector<std::string>& start);
 
   std::map<std::string, std::size_t> missing_;
+  std::vector<std::string> unlinked_;
 };
 
 }  // namespace tessaril
