@@ -84,13 +84,13 @@ std::string MissingSection(const SiteRun& site) {
 }
 
 // What a report of links ends with.
-std::string EndOfLinks(RunContext& run) {
-  const bool whole = !run.options.MarkedOnly;
-  if (!run.site) return whole ? UnlinkedSection(run.state.UnlinkedList.text()) : "";
-  std::string end = MissingSection(*run.site);
+std::string EndOfLinks(const RunOptions& options, const RunState& state, const SiteRun* site) {
+  const bool whole = !options.MarkedOnly;
+  if (site == nullptr) return whole ? UnlinkedSection(state.UnlinkedList.text()) : "";
+  std::string end = MissingSection(*site);
   if (!whole) return end;
   end += SectionHead("Unlinked files:");
-  for (const std::string& path : run.site->Unlinked()) end += "\r\n     " + path;
+  for (const std::string& path : site->Unlinked()) end += "\r\n     " + path;
   return end;
 }
 
@@ -118,14 +118,14 @@ std::string MakeHeader(const RunOptions& options, const SearchTexts& typed, cons
   return line + ":\r\n\r\n" + Heading(options, typed, searched);
 }
 
-void FinishReport(const std::string& header, RunContext& run) {
+void FinishReport(const std::string& header, const RunOptions& options, RunState& state,
+                  const SiteRun* site) {
   constexpr std::size_t kLeastFindings = 40;  // no entry with its file's header is shorter
-  RunState& state = run.state;
   if (state.Results.size() < kLeastFindings) state.Results = "\r\n*** None ***";
   std::string tail;
   if (state.StopRequested) tail += "\r\n\r\n   *** Stopped ***\r\nin file " + state.RunFile;
   tail += CrLf;
-  if (run.options.function == Function::kLinks && !state.StopRequested) tail += EndOfLinks(run);
+  if (options.function == Function::kLinks && !state.StopRequested) tail += EndOfLinks(options, state, site);
   state.ReportTitle = "Report";
   Surround(header, tail, state.Results);
 }

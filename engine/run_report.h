@@ -15,8 +15,10 @@ namespace tessaril {
 std::string MakeHeader(const RunOptions& options, const SearchTexts& typed, const SearchTexts& searched);
 
 /// Makes the finished text report of `Results`, which so far holds the findings, in its place. Findings
-/// shorter than 40 bytes in all count as none. By today's rules, what is missing of the site is listed, too.
-void FinishReport(const std::string& header, RunContext& run);
+/// shorter than 40 bytes in all count as none. By today's rules, which `site`
+/// stands for, what is missing of the site is listed, too.
+void FinishReport(const std::string& header, const RunOptions& options, RunState& state,
+                  const SiteRun* site = nullptr);
 
 /// Makes the finished HTML page of `Results` in its place.
 void FinishPage(const std::string& header, RunState& state);

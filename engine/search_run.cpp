@@ -105,7 +105,7 @@ RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const Ru
     FinishPage(header, state);
     host.ShowPage(state.Results);
   } else {
-    FinishReport(header, run);
+    FinishReport(header, options, state, run.site.get());
     host.ShowReport(state.Results, state.ReportTitle);
   }
   return {true, found};
