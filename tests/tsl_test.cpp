@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 #include "engine/paths.h"
 #include "tests/support/program.h"
@@ -76,6 +77,48 @@ TEST_F(Tsl, ChangesFilesOnlyWhenTold) {
   scratch.Write("a.htm", "foo\r\nbar");  // unasked, the blank stays one
   EXPECT_EQ(RunTsl({"replace", "foo bar", "x y", scratch / "a.htm", "--yes"}).status, 0);
   EXPECT_EQ(scratch.Read("a.htm"), "x y");
+}
+
+TEST_F(Tsl, JudgesTheSampleSiteByEitherRules) {
+  const std::string site = scratch / "site";
+  fs::copy(EXAMPLE_SITE, site, fs::copy_options::recursive);
+  // "file:line kind", from what is told for machines.
+  const auto found = [&site](const std::string& rules) {
+    std::istringstream lines(RunTsl({"links", site, "--rules", rules, "--format", "json"}).out);
+    const auto value = [](const std::string& line, const std::string& key) {
+      const std::size_t begin = line.find("\"" + key + "\":") + key.size() + 3;
+      std::string text = line.substr(begin, line.find(",\"", begin) - begin);
+      std::erase(text, '"');
+      return text;
+    };
+    Words findings;
+    for (std::string line; std::getline(lines, line);) {
+      findings.push_back(value(line, "file").substr(site.size() + 1) + ":" + value(line, "line") + " " +
+                         value(line, "kind"));
+    }
+    return findings;
+  };
+  EXPECT_EQ(found("today"),
+            (Words{"visit/tickets.htm:12 missing-anchor", "exhibits/boats.htm:11 letter-case",
+                   "exhibits/index.htm:10 letter-case", "index.htm:20 missing-file",
+                   "index.htm:22 missing-anchor", "links.htm:13 file-link", "news.html:13 letter-case"}));
+  EXPECT_EQ(found("classic"),
+            (Words{"visit/tickets.htm:12 missing-anchor", "visit/tickets.htm:12 missing-file",
+                   "visit/tickets.htm:12 missing-file", "exhibits/boats.htm:11 upper-case-link",
+                   "exhibits/boats.htm:11 missing-file", "exhibits/index.htm:9 missing-anchor",
+                   "exhibits/Lantern.htm:null upper-case-file", "exhibits/index.htm:10 missing-file",
+                   "exhibits/index.htm:11 missing-file", "index.htm:20 missing-file",
+                   "index.htm:22 missing-anchor", "links.htm:13 file-link", "map.htm:4 missing-file",
+                   "news.html:13 upper-case-link", "news.html:13 missing-file"}));
+  // The site file makes them today's; --yes then mends what differs in letter case only, and nothing else.
+  EXPECT_EQ(RunTsl({"init", site}).status, 0);
+  EXPECT_EQ(RunTsl({"links", site}).out, RunTsl({"links", site, "--rules", "today"}).out);
+  const ProgramEnd mended = RunTsl({"links", site, "--yes", "--transcript", scratch / "t"});
+  EXPECT_EQ(mended.status, 1);
+  const std::string transcript = scratch.Read("t");
+  EXPECT_EQ(std::count(transcript.begin(), transcript.end(), '\n'), 3);
+  EXPECT_EQ(found("today"), (Words{"visit/tickets.htm:12 missing-anchor", "index.htm:20 missing-file",
+                                   "index.htm:22 missing-anchor", "links.htm:13 file-link"}));
 }
 
 TEST_F(Tsl, TakesAnswersFromAFileAndNotesThem) {
