@@ -20,13 +20,22 @@ std::string_view WithoutBlanks(std::string_view text) {
   return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
 }
 
-// Names of UTF-8, and of UTF-16, for which browsers take UTF-8 where a page bears it in its own text.
-bool MeansUtf8(std::string_view name) {
-  constexpr std::array<std::string_view, 9> kNames = {"utf-8",         "utf8",          "unicode-1-1-utf-8",
-                                                      "unicode11utf8", "unicode20utf8", "x-unicode20utf8",
-                                                      "utf-16",        "utf-16le",      "utf-16be"};
+// What a browser takes a name for. Of UTF-16 it takes UTF-8 where a page bears it in its own text.
+DeclaredEncoding Meaning(std::string_view name) {
+  constexpr std::array<std::string_view, 9> kUtf8 = {"utf-8",         "utf8",          "unicode-1-1-utf-8",
+                                                     "unicode11utf8", "unicode20utf8", "x-unicode20utf8",
+                                                     "utf-16",        "utf-16le",      "utf-16be"};
+  constexpr std::array<std::string_view, 17> kWindows1252 = {
+      "ansi_x3.4-1968", "ascii",        "cp1252",   "cp819",      "csisolatin1",     "ibm819", "iso-8859-1",
+      "iso-ir-100",     "iso8859-1",    "iso88591", "iso_8859-1", "iso_8859-1:1987", "l1",     "latin1",
+      "us-ascii",       "windows-1252", "x-cp1252"};
   const std::string lower = ToLower(WithoutBlanks(name));
-  return std::find(kNames.begin(), kNames.end(), lower) != kNames.end();
+  const auto is_one_of = [&lower](const auto& names) {
+    return std::find(names.begin(), names.end(), lower) != names.end();
+  };
+  if (is_one_of(kUtf8)) return DeclaredEncoding::kUtf8;
+  if (is_one_of(kWindows1252)) return DeclaredEncoding::kEightBit;
+  return lower.empty() ? DeclaredEncoding::kNone : DeclaredEncoding::kOther;
 }
 
 // The value in `text` of `key`, "=" and a name with quotes or without; empty when there is none.
@@ -60,16 +69,16 @@ std::string_view EncodingOf(const HtmlTokenizer& meta) {
 
 }  // namespace
 
-bool DeclaresUtf8(std::string_view page) {
-  if (page.starts_with(kByteOrderMark)) return true;
+DeclaredEncoding DeclaredEncodingOf(std::string_view page) {
+  if (page.starts_with(kByteOrderMark)) return DeclaredEncoding::kUtf8;
   const std::string_view head = page.substr(0, kWhere);
   HtmlTokenizer tokens(head);
   for (auto token = tokens.Next(); token != HtmlTokenizer::Token::kEnd; token = tokens.Next()) {
     if (token != HtmlTokenizer::Token::kStartTag || !EqualsLower(tokens.name(), "meta")) continue;
-    if (const std::string_view name = EncodingOf(tokens); !name.empty()) return MeansUtf8(name);
+    if (const std::string_view name = EncodingOf(tokens); !name.empty()) return Meaning(name);
   }
-  if (!head.starts_with("<?xml")) return false;
-  return MeansUtf8(NameBehind("encoding", head.substr(0, head.find('>'))));
+  if (!head.starts_with("<?xml")) return DeclaredEncoding::kNone;
+  return Meaning(NameBehind("encoding", head.substr(0, head.find('>'))));
 }
 
 }  // namespace tessaril

@@ -5,9 +5,17 @@
 
 namespace tessaril {
 
-/// Whether a page tells browsers that it is UTF-8, in the order in which they look: a byte order mark, the
-/// first `meta` element with a charset, an XML declaration; the latter two within its first 1024 bytes.
-bool DeclaresUtf8(std::string_view page);
+/// What a page tells browsers of its encoding.
+enum class DeclaredEncoding {
+  kNone,      // nothing
+  kUtf8,      // UTF-8
+  kEightBit,  // Windows-1252, or what browsers take for it
+  kOther      // one whose characters are not known here, such as EUC-KR
+};
+
+/// Found in the order in which browsers look: a byte order mark, the first `meta` element with a charset, an
+/// XML declaration; the latter two within the first 1024 bytes.
+DeclaredEncoding DeclaredEncodingOf(std::string_view page);
 
 }  // namespace tessaril
 

@@ -80,9 +80,9 @@ struct RunContext {
   const RunOptions& options;
   RunState& state;
   const Entities& entities;
-  SearchTexts texts;              // as they are searched for
-  ByteBuffer page_bytes;          // memory for the page in hand
-  LinkTargets targets{files};     // what was learned of linked files
+  SearchTexts texts;                // as they are searched for
+  ByteBuffer page_bytes;            // memory for the page in hand
+  LinkTargets targets{files};       // what was learned of linked files
   std::shared_ptr<SiteRun> site{};  // the same by today's rules; null where classic ones hold
 
   /// Lets the user's input be handled; false when the run is to stop.

@@ -27,6 +27,7 @@ std::vector<SiteFinding> SiteFinder::Find(std::string_view text, std::size_t fro
   const PageForm form = site_.index.FormOf(file_);
   FindPageLinks(text, form == PageForm::kNone ? PageForm::kHtml : form, links_);
   values_.emplace(text);
+  values_->LookAtPage();
   base_ = site_.index.BaseOf(file_, links_.base);
   std::vector<SiteFinding> findings;
   const auto place = [text](std::string_view value) {
@@ -35,7 +36,7 @@ std::vector<SiteFinding> SiteFinder::Find(std::string_view text, std::size_t fro
   FindAnchors(text, from, findings);
   for (const PageLink& link : links_.links) {
     const std::size_t begin = place(link.value);
-    if (begin < from) continue;
+    if (begin < from || !values_->CanRead(link.value)) continue;
     if (std::optional<SiteFinding> finding = JudgeCase(link, begin)) findings.push_back(std::move(*finding));
     if (std::optional<SiteFinding> finding = Judge(link, begin, with_proposals)) {
       findings.push_back(std::move(*finding));

@@ -6,6 +6,7 @@
 
 #include "engine/ascii.h"
 #include "engine/byte_search.h"
+#include "engine/declared_encoding.h"
 #include "engine/page_encoding.h"
 #include "engine/paths.h"
 #include "engine/web_address.h"
@@ -57,6 +58,17 @@ PageEncoding PageValues::encoding() {
   return *encoding_;
 }
 
+void PageValues::LookAtPage() {
+  (void)encoding();
+  (void)CanRead("\xFF");
+}
+
+bool PageValues::CanRead(std::string_view value) {
+  if (IsAscii(value)) return true;
+  if (!is_known_) is_known_ = DeclaredEncodingOf(page_) != DeclaredEncoding::kOther;
+  return *is_known_;
+}
+
 std::string_view PageValues::Read(std::string_view value, Spelling spelling, std::string& memory) {
   if (IsAscii(value) || encoding() == PageEncoding::kUtf8) return ResolveSpelling(value, spelling, memory);
   const std::string characters = EightBitToUtf8(value);
@@ -105,6 +117,7 @@ SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStam
   const bool may_be_cgi =
       !CgiName().empty() && ByteSearch(CgiName(), LetterCase::kExact).Find(text) != ByteSearch::kNone;
   for (const PageLink& link : links_.links) {
+    if (!values.CanRead(link.value)) continue;
     const std::string_view value = values.Read(link.value, link.spelling, memory_);
     if (!link.is_map) {
       TakeLink(value, base, may_be_cgi, page);

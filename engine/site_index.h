@@ -27,14 +27,22 @@ class PageValues {
  public:
   explicit PageValues(std::string_view page) : page_(page) {}
 
+  /// Whether it is known what a value stands for: not beyond ASCII on a page in an encoding that is not known
+  /// here.
+  bool CanRead(std::string_view value);
+
   /// `memory` is used where the text is not what stands in the page.
   std::string_view Read(std::string_view value, Spelling spelling, std::string& memory);
 
   PageEncoding encoding();
 
+  /// Finds out all about the page now, so that it need not be there any more.
+  void LookAtPage();
+
  private:
   std::string_view page_;
   std::optional<PageEncoding> encoding_;
+  std::optional<bool> is_known_;
 };
 
 /// Where the path of a link leads.

@@ -92,7 +92,10 @@ std::optional<EntityVerdict> TodayEntities::Next(PageText& page, std::size_t fro
 void TodayEntities::TakeApart(PageText& page, std::size_t from) {
   const std::string_view text = page.Tail(0);
   if (!judges_characters_) {
-    judges_characters_ = wants_ascii_ || page.Encoding() != PageEncoding::kUtf8 || !DeclaresUtf8(text);
+    // What the bytes of an encoding that is not known here stand for is known to the browser only.
+    const DeclaredEncoding declared = DeclaredEncodingOf(text);
+    const bool is_read_well = page.Encoding() == PageEncoding::kUtf8 && declared == DeclaredEncoding::kUtf8;
+    judges_characters_ = declared != DeclaredEncoding::kOther && (wants_ascii_ || !is_read_well);
   }
   texts_ = FindReferenceTexts(text, *judges_characters_);
   text_ = 0;

@@ -154,6 +154,8 @@ TEST_F(SiteTest, FollowsPathsAsTheURLStandardDoes) {
             Lines{"1:46 missing-anchor #x"});
   EXPECT_EQ(FindOn("<base href=http://x/><a href=no><a href='#no'>"), Lines());
   EXPECT_EQ(FindOn("<a href='caf\xE9.html'>\xFF"), Lines());  // a browser asks for it in UTF-8
+  EXPECT_EQ(FindOn("<meta charset=euc-kr><a href='\xB0\xA1.html'><a href=no>"),
+            Lines{"1:48 missing-file no"});
   EXPECT_EQ(FindOn("<a href='a&amp;b/CASE.html'>"), Lines{"1:10 missing-file a&amp;b/CASE.html"});
 }
 

@@ -120,27 +120,29 @@ TEST(DeclaredEncoding, IsLookedForAsBrowsersDo) {
   const std::string content = "<META HTTP-EQUIV='Content-Type' CONTENT='text/html; ";
   struct Row {
     std::string page;
-    bool utf8;
+    DeclaredEncoding declared;
   };
+  using enum DeclaredEncoding;
   const Row rows[] = {
-      {"charset=utf-8", false},
-      {"<!-- <meta charset=utf-8> -->", false},
-      {"<meta name=x content='charset=utf-8'>", false},
-      {"<meta charset=' UTF8 '>", true},
-      {"<meta charset=utf-16>", true},
-      {"<meta charset=latin1><meta charset=utf-8>", false},
-      {content + "charset = utf-8;x'>", true},
-      {content + "charset utf-8; charset=\"utf-8\"'>", true},
-      {content + "charset=utf-8x'>", false},
-      {content + "charset='>", false},
-      {"<meta content='charset=latin1'><meta charset=utf-8>", true},
-      {"<?xml version='1.0' encoding='UTF-8'?><p>", true},
-      {"<?xml version='1.0'?><p encoding='UTF-8'>", false},
-      {"<?xml encoding='UTF-8'?>" + content + "charset=latin1'>", false},
-      {std::string(1024 - kSaysUtf8.size(), ' ') + kSaysUtf8, true},
-      {std::string(1025 - kSaysUtf8.size(), ' ') + kSaysUtf8, false},
+      {"charset=utf-8", kNone},
+      {"<!-- <meta charset=utf-8> -->", kNone},
+      {"<meta name=x content='charset=utf-8'>", kNone},
+      {"<meta charset=' UTF8 '>", kUtf8},
+      {"<meta charset=utf-16>", kUtf8},
+      {"<meta charset=euc-kr>", kOther},
+      {"<meta charset=latin1><meta charset=utf-8>", kEightBit},
+      {content + "charset = utf-8;x'>", kUtf8},
+      {content + "charset utf-8; charset=\"utf-8\"'>", kUtf8},
+      {content + "charset=utf-8x'>", kOther},
+      {content + "charset='>", kNone},
+      {"<meta content='charset=latin1'><meta charset=utf-8>", kUtf8},
+      {"<?xml version='1.0' encoding='UTF-8'?><p>", kUtf8},
+      {"<?xml version='1.0'?><p encoding='UTF-8'>", kNone},
+      {"<?xml encoding='UTF-8'?>" + content + "charset=latin1'>", kEightBit},
+      {std::string(1024 - kSaysUtf8.size(), ' ') + kSaysUtf8, kUtf8},
+      {std::string(1025 - kSaysUtf8.size(), ' ') + kSaysUtf8, kNone},
   };
-  for (const Row& row : rows) EXPECT_EQ(DeclaresUtf8(row.page), row.utf8) << row.page;
+  for (const Row& row : rows) EXPECT_EQ(DeclaredEncodingOf(row.page), row.declared) << row.page;
 }
 
 TEST_F(TodayEntitiesTest, GoesOnInTheChangedPage) {
