@@ -166,9 +166,10 @@ Status CheckSitePage(RunContext& run) {
   SiteEntry* const file = index.tree().OfPath(run.state.RunFile);
   if (file == nullptr) return Status::Failure("Came after the site was looked through");
   if (index.FormOf(*file) == PageForm::kNone && FormOfListed(file->name) == PageForm::kNone) return {};
-  if (index.IsInOrder(*file)) return {};
+  const bool is_in_order = index.FaultsOf(*file).empty();
   if (const Status& reading = file->page->reading; !reading.ok())
     return run.state.StopRequested ? Status() : reading;
+  if (is_in_order) return {};
   HtmlPage page(run.state.RunFile, run);
   if (Status status = page.Read(); !status.ok()) return status;
   if (page.stamp() != file->page->stamp) index.Take(*file, page.text().Tail(0), page.stamp());

@@ -24,45 +24,39 @@ std::string SitePathOf(const SiteTarget& target) {
 }  // namespace
 
 std::vector<SiteFinding> SiteFinder::Find(std::string_view text, std::size_t from, bool with_proposals) {
-  const PageForm form = site_.index.FormOf(file_);
-  FindPageLinks(text, form == PageForm::kNone ? PageForm::kHtml : form, links_);
+  const std::vector<PageDoubt>& faults = site_.index.FaultsOf(file_);
   values_.emplace(text);
   values_->LookAtPage();
-  base_ = site_.index.BaseOf(file_, links_.base);
+  base_ = site_.index.BaseOf(file_, file_.page->base);
   std::vector<SiteFinding> findings;
-  const auto place = [text](std::string_view value) {
-    return static_cast<std::size_t>(value.data() - text.data());
+  const auto add = [&findings](std::optional<SiteFinding> finding) {
+    if (finding) findings.push_back(std::move(*finding));
   };
-  FindAnchors(text, from, findings);
-  for (const PageLink& link : links_.links) {
-    const std::size_t begin = place(link.value);
-    if (begin < from || !values_->CanRead(link.value)) continue;
-    if (std::optional<SiteFinding> finding = JudgeCase(link, begin)) findings.push_back(std::move(*finding));
-    if (std::optional<SiteFinding> finding = Judge(link, begin, with_proposals)) {
-      findings.push_back(std::move(*finding));
+  for (const PageDoubt& fault : faults) {
+    if (fault.begin < from) continue;
+    const PageLink link{text.substr(fault.begin, fault.size), fault.spelling};
+    if (fault.what != PageDoubt::What::kLink) {
+      add(OfName(fault, link));
+      continue;
     }
+    add(JudgeCase(link, fault.begin));
+    add(Judge(link, fault.begin, with_proposals));
   }
-  std::stable_sort(findings.begin(), findings.end(),
-                   [](const SiteFinding& a, const SiteFinding& b) { return a.begin < b.begin; });
   return findings;
 }
 
-// Anchors that are there already, and the names of maps.
-void SiteFinder::FindAnchors(std::string_view text, std::size_t from, std::vector<SiteFinding>& findings) {
-  AnchorSet anchors;
-  maps_.clear();
+// A map that is not there, or an anchor that is there already.
+SiteFinding SiteFinder::OfName(const PageDoubt& fault, const PageLink& link) {
   std::string memory;
-  for (const PageAnchor& anchor : links_.anchors) {
-    const std::string_view name = values_->Read(anchor.value, Spelling::kAttribute, memory);
-    if (anchor.is_map) {
-      maps_.emplace_back(name);
-    } else if (!anchors.Add(name) && anchor.counts_twice) {
-      const auto begin = static_cast<std::size_t>(anchor.value.data() - text.data());
-      if (begin < from) continue;
-      findings.push_back({FindingKind::kAnchorTwice, begin, begin + anchor.value.size(),
-                          "Anchor defined twice: " + std::string(name), std::nullopt});
-    }
-  }
+  const std::string name(values_->Read(link.value, link.spelling, memory));
+  const bool is_map = fault.what == PageDoubt::What::kMap;
+  SiteFinding finding{is_map ? FindingKind::kMissingAnchor : FindingKind::kAnchorTwice,
+                      fault.begin,
+                      fault.begin + fault.size,
+                      {},
+                      std::nullopt};
+  finding.message = (is_map ? "No corresponding anchor: " : "Anchor defined twice: ") + name;
+  return finding;
 }
 
 std::optional<SiteFinding> SiteFinder::Judge(const PageLink& link, std::size_t begin, bool with_proposals) {
@@ -70,13 +64,6 @@ std::optional<SiteFinding> SiteFinder::Judge(const PageLink& link, std::size_t b
   const std::string_view value = values_->Read(link.value, link.spelling, memory);
   SiteFinding finding{FindingKind::kMissingAnchor, begin, begin + link.value.size(), {}, std::nullopt};
   finding.spelling = link.spelling;
-  if (link.is_map) {
-    if (value.starts_with('#') && std::find(maps_.begin(), maps_.end(), value.substr(1)) != maps_.end()) {
-      return std::nullopt;
-    }
-    finding.message = "No corresponding anchor: " + std::string(value);
-    return finding;
-  }
   const JudgedLink judged = site_.index.Judge(value, base_);
   if (!judged.fault) return std::nullopt;
   finding.kind = *judged.fault;
@@ -92,7 +79,7 @@ std::optional<SiteFinding> SiteFinder::Judge(const PageLink& link, std::size_t b
 
 // Upper-case letters in the name of a file that is there.
 std::optional<SiteFinding> SiteFinder::JudgeCase(const PageLink& link, std::size_t begin) {
-  if (link.is_map || !site_.index.rules().lowercase_names) return std::nullopt;
+  if (!site_.index.rules().lowercase_names) return std::nullopt;
   std::string memory;
   const JudgedLink judged = site_.index.Judge(values_->Read(link.value, link.spelling, memory), base_);
   if (judged.target == nullptr || !judged.target->has_upper_case) return std::nullopt;

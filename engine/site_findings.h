@@ -28,7 +28,8 @@ class SiteFinder {
  public:
   SiteFinder(SiteEntry& file, SiteRun& site) : file_(file), site_(site) {}
 
-  /// All findings at or behind the place `from` of the page's text, in their order.
+  /// All findings at or behind the place `from` of the page's text, which is the one that the index took
+  /// last, in their order.
   std::vector<SiteFinding> Find(std::string_view text, std::size_t from, bool with_proposals);
 
   /// The finding of one link that begins at `begin`, seen from the page that was given to Find last; nothing
@@ -36,7 +37,7 @@ class SiteFinder {
   std::optional<SiteFinding> Judge(const PageLink& link, std::size_t begin, bool with_proposals);
 
  private:
-  void FindAnchors(std::string_view text, std::size_t from, std::vector<SiteFinding>& findings);
+  SiteFinding OfName(const PageDoubt& fault, const PageLink& link);
   std::optional<SiteFinding> JudgeCase(const PageLink& link, std::size_t begin);
   std::string MessageFor(const JudgedLink& judged);
   std::string ReasonFor(const SiteTarget& target);
@@ -46,9 +47,7 @@ class SiteFinder {
   SiteEntry& file_;
   SiteRun& site_;
   std::optional<PageValues> values_;
-  PageLinks links_;
   SiteIndex::Base base_;
-  std::vector<std::string> maps_;
 };
 
 }  // namespace tessaril

@@ -20,9 +20,8 @@ std::string Joined(const std::vector<std::string>& names) {
   return path;
 }
 
-// Puts the site path that a plain relative or absolute path names into `key`; false when it has to be taken
-// apart to tell.
-bool JoinPlain(std::string_view path, std::string_view folder, std::string& key) {
+// Puts the site path that a simple path names into `key`; false when it climbs above the root.
+bool JoinSimple(std::string_view path, std::string_view folder, std::string& key) {
   if (path.starts_with('/')) {
     path.remove_prefix(1);
     folder = {};
@@ -32,12 +31,7 @@ bool JoinPlain(std::string_view path, std::string_view folder, std::string& key)
     path.remove_prefix(3);
     folder = folder.substr(0, folder.rfind('/', folder.size() - 2) + 1);
   }
-  if (path.empty() || path.front() == '.' || path.front() == '/') return false;
-  char last = 'a';
-  for (const char c : path) {
-    if (c == '%' || c == '\\' || (last == '/' && (c == '/' || c == '.'))) return false;
-    last = c;
-  }
+  if (path.empty()) return false;
   key.assign(folder).append(path);
   return true;
 }
@@ -108,22 +102,23 @@ SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStam
   file.page = std::make_shared<SitePage>();
   SitePage& page = *file.page;
   page.stamp = stamp;
+  ++pages_taken_;
   const PageForm form = FormOf(file);
   FindPageLinks(text, form == PageForm::kNone ? PageForm::kHtml : form, links_);
-  std::vector<std::string> maps;
-  PageValues values(text);
-  TakeAnchors(links_, values, page, maps);
-  const Base base = BaseOf(file, links_.base);
+  if (links_.base) page.base = *links_.base;
   const bool may_be_cgi =
       !CgiName().empty() && ByteSearch(CgiName(), LetterCase::kExact).Find(text) != ByteSearch::kNone;
+  Taking taking{text, page, BaseOf(file, page.base), PageValues(text), may_be_cgi};
+  std::vector<std::string> maps;
+  TakeAnchors(taking, maps);
   for (const PageLink& link : links_.links) {
-    if (!values.CanRead(link.value)) continue;
-    const std::string_view value = values.Read(link.value, link.spelling, memory_);
     if (!link.is_map) {
-      TakeLink(value, base, may_be_cgi, page);
-    } else if (!value.starts_with('#') ||
-               std::find(maps.begin(), maps.end(), value.substr(1)) == maps.end()) {
-      page.has_findings = true;
+      TakeLink(link, taking);
+      continue;
+    }
+    const std::string_view value = taking.values.Read(link.value, link.spelling, memory_);
+    if (!value.starts_with('#') || std::find(maps.begin(), maps.end(), value.substr(1)) == maps.end()) {
+      page.faults.push_back(taking.Doubt(PageDoubt::What::kMap, link.value, link.spelling));
     }
   }
   page.fragments.shrink_to_fit();
@@ -132,36 +127,59 @@ SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStam
   return page;
 }
 
-void SiteIndex::TakeAnchors(const PageLinks& links, PageValues& values, SitePage& page,
-                            std::vector<std::string>& maps) {
-  for (const PageAnchor& anchor : links.anchors) {
-    const std::string_view name = values.Read(anchor.value, Spelling::kAttribute, memory_);
+PageDoubt SiteIndex::Taking::Doubt(PageDoubt::What what, std::string_view value, Spelling spelling) const {
+  return {what, spelling, static_cast<std::uint32_t>(value.data() - text.data()),
+          static_cast<std::uint32_t>(value.size())};
+}
+
+void SiteIndex::TakeAnchors(Taking& taking, std::vector<std::string>& maps) {
+  for (const PageAnchor& anchor : links_.anchors) {
+    const std::string_view name = taking.values.Read(anchor.value, Spelling::kAttribute, memory_);
     if (anchor.is_map) {
       maps.emplace_back(name);
-    } else if (!page.anchors.Add(name) && anchor.counts_twice) {
-      page.has_findings = true;
+    } else if (!taking.page.anchors.Add(name) && anchor.counts_twice) {
+      const auto doubt = taking.Doubt(PageDoubt::What::kAnchor, anchor.value, Spelling::kAttribute);
+      taking.page.faults.push_back(doubt);
     }
   }
 }
 
-void SiteIndex::TakeLink(std::string_view link, const Base& base, bool may_be_cgi, SitePage& page) {
-  const WebAddress address = SplitAddress(link, address_memory_);
-  if (address.kind == WebAddress::Kind::kElsewhere || IsPassedOver(link, may_be_cgi)) return;
-  if (address.kind == WebAddress::Kind::kFile) {
-    page.has_findings = true;
-    return;
-  }
-  if (base.is_elsewhere) return;
-  const SiteTarget* const target = TargetOf(address.path, base);
+void SiteIndex::TakeLink(const PageLink& link, Taking& taking) {
+  SitePage& page = taking.page;
+  std::string_view value = link.value;
+  std::optional<WebAddress> plain = SplitPlainAddress(value);
+  if (!plain && !taking.values.CanRead(value)) return;
+  if (!plain) value = taking.values.Read(value, link.spelling, memory_);
+  const WebAddress address = plain ? *plain : SplitAddress(value, address_memory_);
+  if (address.kind == WebAddress::Kind::kElsewhere || IsPassedOver(value, taking.may_be_cgi)) return;
+  const PageDoubt doubt = taking.Doubt(PageDoubt::What::kLink, link.value, link.spelling);
+  if (address.kind == WebAddress::Kind::kFile) return page.faults.push_back(doubt);
+  if (taking.base.is_elsewhere) return;
+  const SiteTarget* const target =
+      plain ? RecentTargetOf(address, taking.base) : TargetOf(address, taking.base);
   if (target == nullptr) return;
-  MarkLinked(base, target->file, page);
-  if (target->fault || target->has_upper_case) {
-    page.has_findings = true;
-  } else if (target->file != nullptr && !IsAlwaysThere(address.fragment)) {
-    const auto begin = static_cast<std::uint32_t>(page.fragment_texts.size());
-    page.fragment_texts += address.fragment;
-    page.fragments.push_back({target->file, begin, static_cast<std::uint32_t>(address.fragment.size())});
-  }
+  MarkLinked(taking.base, target->file, page);
+  if (target->fault || target->has_upper_case) page.faults.push_back(doubt);
+  if (target->fault || target->file == nullptr || IsAlwaysThere(address.fragment)) return;
+  const auto begin = static_cast<std::uint32_t>(page.fragment_texts.size());
+  page.fragment_texts += address.fragment;
+  page.fragments.push_back({doubt, target->file, begin, static_cast<std::uint32_t>(address.fragment.size())});
+}
+
+// Pages lead to the same few paths again and again.
+const SiteTarget* SiteIndex::RecentTargetOf(const WebAddress& address, const Base& base) {
+  const std::string_view path = address.path;
+  if (path.empty()) return TargetOf(address, base);
+  constexpr std::size_t kFar = 6;  // bytes from the end, where names differ and extensions do not
+  const auto byte = [path](std::size_t from_end) {
+    return static_cast<unsigned char>(path[path.size() - std::min(from_end, path.size())]);
+  };
+  const std::size_t hash =
+      (path.size() * 7 + byte(kFar) * 31u + byte(kFar + 1) * 5u + byte(kFar + 3)) % recent_.size();
+  Recent& recent = recent_[hash];
+  if (recent.page == pages_taken_ && recent.path == path) return recent.target;
+  recent = {pages_taken_, path, TargetOf(address, base)};
+  return recent.target;
 }
 
 void SiteIndex::MarkLinked(const Base& base, SiteEntry* file, SitePage& page) {
@@ -170,19 +188,24 @@ void SiteIndex::MarkLinked(const Base& base, SiteEntry* file, SitePage& page) {
   if (keeps_ways_ && (page.leads_to.empty() || page.leads_to.back() != file)) page.leads_to.push_back(file);
 }
 
-bool SiteIndex::IsInOrder(SiteEntry& file) {
+const std::vector<PageDoubt>& SiteIndex::FaultsOf(SiteEntry& file) {
+  SitePage& page = PageOf(file);
   // What is looked up may read other pages, which leaves this one where it is.
-  const std::shared_ptr<SitePage> page = (PageOf(file), file.page);
-  if (!page->reading.ok() || page->has_findings) return false;
-  for (const SitePage::FragmentLink& link : page->fragments) {
-    if (!HasFragment(*link.file, std::string_view(page->fragment_texts).substr(link.begin, link.size))) {
-      page->has_findings = true;
-      return false;
-    }
+  for (const SitePage::FragmentLink& link : page.fragments) {
+    const std::string_view fragment = std::string_view(page.fragment_texts).substr(link.begin, link.size);
+    if (!HasFragment(*link.file, fragment)) page.faults.push_back(link.link);
   }
-  page->fragments = {};
-  page->fragment_texts = {};
-  return true;
+  if (!page.fragments.empty()) {
+    page.fragments = {};
+    page.fragment_texts = {};
+  }
+  const auto is_before = [](const PageDoubt& a, const PageDoubt& b) { return a.begin < b.begin; };
+  const auto is_same = [](const PageDoubt& a, const PageDoubt& b) {
+    return a.begin == b.begin && a.what == b.what;
+  };
+  std::stable_sort(page.faults.begin(), page.faults.end(), is_before);
+  page.faults.erase(std::unique(page.faults.begin(), page.faults.end(), is_same), page.faults.end());
+  return page.faults;
 }
 
 bool SiteIndex::HasFragment(SiteEntry& file, std::string_view fragment) {
@@ -202,7 +225,7 @@ Status SiteIndex::Examine(const std::string& path) {
   return files_.Examine(path, stamp);
 }
 
-SiteIndex::Base SiteIndex::BaseOf(SiteEntry& page, const std::optional<std::string_view>& base) {
+SiteIndex::Base SiteIndex::BaseOf(SiteEntry& page, const std::optional<std::string>& base) {
   Base found;
   found.page = &page;
   std::vector<std::string> own = SiteTree::NamesOf(page);
@@ -253,7 +276,7 @@ JudgedLink SiteIndex::Judge(std::string_view link, const Base& base) {
     return judged;
   }
   if (base.is_elsewhere) return judged;
-  judged.target = TargetOf(address.path, base);
+  judged.target = TargetOf(address, base);
   if (judged.target == nullptr) return judged;
   judged.fault = judged.target->fault;
   SiteEntry* const file = judged.target->file;
@@ -265,10 +288,11 @@ JudgedLink SiteIndex::Judge(std::string_view link, const Base& base) {
 }
 
 // Null when the path is not to be looked at.
-const SiteTarget* SiteIndex::TargetOf(std::string_view path, const Base& base) {
+const SiteTarget* SiteIndex::TargetOf(const WebAddress& address, const Base& base) {
   const SiteTarget* target = base.own;
-  if (!path.empty()) {
-    target = JoinPlain(path, base.folder, key_) ? &OfPlainPath() : &OfPath(path, base.names);
+  if (!address.path.empty()) {
+    const bool is_joined = address.is_simple && JoinSimple(address.path, base.folder, key_);
+    target = is_joined ? &OfPlainPath() : &OfPath(address.path, base.names);
   }
   return !ignore_links_.empty() && ignore_links_.Match(Joined(target->names)) ? nullptr : target;
 }

@@ -1,6 +1,7 @@
 #ifndef TESSARIL_ENGINE_SITE_INDEX_H_
 #define TESSARIL_ENGINE_SITE_INDEX_H_
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -18,6 +19,7 @@
 #include "engine/run.h"
 #include "engine/site_patterns.h"
 #include "engine/site_tree.h"
+#include "engine/web_address.h"
 
 namespace tessaril {
 
@@ -62,14 +64,29 @@ struct JudgedLink {
   std::string fragment;                // of a missing anchor, percent-decoded
 };
 
-/// What is known of one page: its anchors, and as long as nobody has asked whether it is in order, what of
-/// its links is still to be looked up.
+/// A link or anchor of a page that is not in order, or may turn out not to be.
+struct PageDoubt {
+  enum class What : std::uint8_t {
+    kLink,
+    kMap,    // a link to a `map` that the page does not have
+    kAnchor  // an anchor of a name that is there already
+  };
+  What what;
+  Spelling spelling;
+  std::uint32_t begin;  // of what stands in the page, in bytes from 0
+  std::uint32_t size;
+};
+
+/// What is known of one page: its anchors, what is not in order on it and, as long as nobody has asked for
+/// that, those of its links whose anchors are still to be looked up.
 struct SitePage {
   Status reading;
   FileStamp stamp;
   AnchorSet anchors;
-  bool has_findings = false;  // for certain, whatever the fragments
+  std::optional<std::string> base;  // as it stands in the page
+  std::vector<PageDoubt> faults;
   struct FragmentLink {
+    PageDoubt link;
     SiteEntry* file;
     std::uint32_t begin;  // in `fragment_texts`
     std::uint32_t size;
@@ -102,8 +119,8 @@ class SiteIndex {
   /// The page anew, from a text at hand. Files that it leads to are marked as linked.
   SitePage& Take(SiteEntry& file, std::string_view text, const FileStamp& stamp);
 
-  /// Whether the page has no findings.
-  bool IsInOrder(SiteEntry& file);
+  /// What is not in order on the page, by where it stands.
+  const std::vector<PageDoubt>& FaultsOf(SiteEntry& file);
 
   /// What the links of a page are relative to.
   struct Base {
@@ -113,7 +130,7 @@ class SiteIndex {
     std::vector<std::string> names;   // the same, taken apart
     const SiteTarget* own = nullptr;  // what an empty path leads to
   };
-  Base BaseOf(SiteEntry& page, const std::optional<std::string_view>& base);
+  Base BaseOf(SiteEntry& page, const std::optional<std::string>& base);
 
   /// Judges a link whose spelling is resolved, UTF-8.
   JudgedLink Judge(std::string_view link, const Base& base);
@@ -134,16 +151,26 @@ class SiteIndex {
 
   const std::string& CgiName();
   bool IsPassedOver(std::string_view link, bool may_be_cgi);
-  const SiteTarget* TargetOf(std::string_view path, const Base& base);
+  const SiteTarget* TargetOf(const WebAddress& address, const Base& base);
   const SiteTarget& OfPlainPath();
   const SiteTarget& OfPath(std::string_view path, const std::vector<std::string>& folder);
   const SiteTarget& Remember(const std::vector<std::string>& names, bool names_folder, bool leaves_site);
   void Follow(SiteTarget& target, bool leaves_site);
   SiteEntry* FindAnyCase(SiteTarget& target);
   SiteEntry* FileOf(SiteEntry& entry, bool names_folder, std::optional<FindingKind>& fault);
-  void TakeAnchors(const PageLinks& links, PageValues& values, SitePage& page,
-                   std::vector<std::string>& maps);
-  void TakeLink(std::string_view link, const Base& base, bool may_be_cgi, SitePage& page);
+  // A page on its way into the index.
+  struct Taking {
+    std::string_view text;
+    SitePage& page;
+    Base base;
+    PageValues values;
+    bool may_be_cgi;
+
+    PageDoubt Doubt(PageDoubt::What what, std::string_view value, Spelling spelling) const;
+  };
+  void TakeAnchors(Taking& taking, std::vector<std::string>& maps);
+  void TakeLink(const PageLink& link, Taking& taking);
+  const SiteTarget* RecentTargetOf(const WebAddress& address, const Base& base);
   void MarkLinked(const Base& base, SiteEntry* file, SitePage& page);
 
   Files& files_;
@@ -163,6 +190,14 @@ class SiteIndex {
   PageLinks links_;   // of it
   std::string memory_;
   std::string address_memory_;
+  // Where paths of the page in hand were found to lead, by a rough hash.
+  struct Recent {
+    unsigned page = 0;
+    std::string_view path;
+    const SiteTarget* target = nullptr;
+  };
+  std::array<Recent, 256> recent_;
+  unsigned pages_taken_ = 0;
 };
 
 }  // namespace tessaril

@@ -1,6 +1,8 @@
 #include "engine/web_address.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 
 #include "engine/ascii.h"
 
@@ -18,6 +20,25 @@ bool IsDroppedInside(char c) {
 bool IsSlash(char c) {
   return c == '/' || c == '\\';
 }
+
+// What the bytes of a plain link mean.
+enum class Meaning : unsigned char { kNothing, kSlash, kColon, kPercent, kQuery, kHash, kUnusual };
+
+constexpr std::array<Meaning, 256> MakeMeanings() {
+  constexpr std::size_t kFirstBeyondAscii = 0x80;
+  std::array<Meaning, 256> meanings{};
+  for (std::size_t code = 0; code < meanings.size(); ++code) {
+    if (code <= ' ' || code == 0x7F || code >= kFirstBeyondAscii) meanings[code] = Meaning::kUnusual;
+  }
+  meanings['\\'] = meanings['&'] = Meaning::kUnusual;
+  meanings['/'] = Meaning::kSlash;
+  meanings[':'] = Meaning::kColon;
+  meanings['%'] = Meaning::kPercent;
+  meanings['?'] = Meaning::kQuery;
+  meanings['#'] = Meaning::kHash;
+  return meanings;
+}
+constexpr std::array<Meaning, 256> kMeanings = MakeMeanings();
 
 int Digit(char c) {
   if (c >= '0' && c <= '9') return c - '0';
@@ -63,9 +84,55 @@ WebAddress SplitAddress(std::string_view link, std::string& memory) {
     address.fragment = link.substr(hash + 1);
     link = link.substr(0, hash);
   }
-  const std::size_t query = link.find('?');
-  address.has_query = query != std::string_view::npos;
-  address.path = link.substr(0, query);
+  address.path = link.substr(0, link.find('?'));
+  return address;
+}
+
+std::optional<WebAddress> SplitPlainAddress(std::string_view link) {
+  WebAddress address;
+  std::size_t pos = 0;
+  while (link.substr(pos, 3) == "../") pos += 3;
+  const std::size_t behind_steps = pos;
+  bool is_simple = pos == link.size() || link[pos] != '.';
+  std::size_t path_end = std::string_view::npos;
+  std::size_t hash = std::string_view::npos;
+  bool may_be_scheme = pos == 0;
+  for (; pos < link.size(); ++pos) {
+    switch (kMeanings[static_cast<unsigned char>(link[pos])]) {
+      case Meaning::kNothing:
+        break;
+      case Meaning::kSlash:
+        may_be_scheme = false;
+        if (path_end == std::string_view::npos && pos + 1 < link.size()) {
+          is_simple = is_simple && link[pos + 1] != '/' && link[pos + 1] != '.';
+        }
+        break;
+      case Meaning::kColon:
+        // Whether it ends a scheme is for the slower way to tell.
+        if (may_be_scheme) return std::nullopt;
+        break;
+      case Meaning::kPercent:
+        if (path_end == std::string_view::npos) is_simple = false;
+        break;
+      case Meaning::kQuery:
+        may_be_scheme = false;
+        path_end = std::min(path_end, pos);
+        break;
+      case Meaning::kHash:
+        may_be_scheme = false;
+        path_end = std::min(path_end, pos);
+        hash = std::min(hash, pos);
+        break;
+      case Meaning::kUnusual:
+        return std::nullopt;
+    }
+  }
+  if (link.starts_with("//") || (behind_steps > 0 && link.substr(behind_steps).starts_with('/'))) {
+    return std::nullopt;
+  }
+  address.path = link.substr(0, path_end);
+  if (hash != std::string_view::npos) address.fragment = link.substr(hash + 1);
+  address.is_simple = is_simple;
   return address;
 }
 

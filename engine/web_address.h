@@ -1,6 +1,7 @@
 #ifndef TESSARIL_ENGINE_WEB_ADDRESS_H_
 #define TESSARIL_ENGINE_WEB_ADDRESS_H_
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,12 +20,17 @@ struct WebAddress {
   Kind kind = Kind::kSite;
   std::string_view path;      // percent-encoded; may be empty
   std::string_view fragment;  // percent-encoded, without its "#"
-  bool has_query = false;
+  bool is_simple = false;  // the path holds nothing that has to be decoded or resolved but "../" at its start
 };
 
 /// Splits a link whose character references are resolved. Blanks at its ends do not count; line ends and tabs
 /// inside it do not either: where there are some, `memory` takes the link without them.
 WebAddress SplitAddress(std::string_view link, std::string& memory);
+
+/// The same for a link in which every byte stands for itself and none is dropped; nothing for one with
+/// blanks,
+/// "&", backslashes, control codes or bytes above 127. The common case, in one pass.
+std::optional<WebAddress> SplitPlainAddress(std::string_view link);
 
 /// The bytes that "%20" and its like stand for; a "%" without two digits stands for itself.
 std::string PercentDecoded(std::string_view text);
