@@ -79,6 +79,9 @@ class MainWindow : public QWidget, private RunStage {
  signals:
   void RunEnded();
 
+  /// The site file has been looked for anew.
+  void SiteShown();
+
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void closeEvent(QCloseEvent* event) override;

@@ -73,6 +73,7 @@ void MainWindow::ShowRules() {
                                                      : "Judged by classic rules");
   label.setToolTip(AsMarkup(ShownLines(loaded.ok() ? FindSiteFile(folder) : loaded.reason())));
   label.setVisible(HasRules(applied_) && (site || !loaded.ok()));
+  emit SiteShown();
 }
 
 }  // namespace tessaril
