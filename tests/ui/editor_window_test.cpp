@@ -257,7 +257,7 @@ TEST_F(Editor, HasKeysAndMenusOfItsOwn) {
     }
     return names;
   };
-  EXPECT_EQ(menus(), "menuMisc menu0Help ");
+  EXPECT_EQ(menus(), "menuMisc menuSite menu0Help ");
   site.Write("n.htm", std::string(39, 'x') + "\ty\n" + std::string(40, 'x') + "y");
   Open("n.htm");
   EXPECT_EQ(menus(), "menuEMisc menuEdit menuEHelp ");
@@ -276,7 +276,7 @@ TEST_F(Editor, HasKeysAndMenusOfItsOwn) {
   EXPECT_EQ(Box().tabStopDistance(), tab);
   driver->Press("MainScreen");
   EXPECT_EQ(Said(), Words());  // a font is no change of the text
-  EXPECT_EQ(menus(), "menuMisc menu0Help ");
+  EXPECT_EQ(menus(), "menuMisc menuSite menu0Help ");
 
   int finds = 0;
   const auto count = [&] { ++finds; };
@@ -302,7 +302,7 @@ TEST_F(Editor, HasKeysAndMenusOfItsOwn) {
   EXPECT_FALSE(Box().hasFocus());
   driver->Press("Command2");
   EXPECT_EQ(press_keys(driver->Find("brwWebBrowser")), 0);
-  EXPECT_EQ(menus(), "menuMisc menu0Help ");
+  EXPECT_EQ(menus(), "menuMisc menuSite menu0Help ");
 }
 
 }  // namespace

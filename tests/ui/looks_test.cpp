@@ -183,6 +183,11 @@ void LookAround(const std::function<void(QWidget&)>& look) {
     LookDuringRun(driver, function, look);
   }
   look(driver.start_up->Frame());
+  driver.on_dialog = look;
+  driver.answers = {"ok"};
+  driver.Find<QAction>("menuSiteRules")->trigger();
+  driver.Choose(0);
+  look(driver.start_up->Frame());
 }
 
 // The same in the editor, with its find dialog.
@@ -277,6 +282,14 @@ TEST(Looks, TabWalksInReadingOrder) {
     EXPECT_EQ(TabWalk(window.findChild<QWidget*>("Text1")),
               (Names{"Text1", "chkTags", "CaseDep", "Command1", "Command2"}));
   });
+  driver.on_dialog = [](QWidget& window) {
+    EXPECT_EQ(
+        TabWalk(window.findChild<QWidget*>("optToday")),
+        (Names{"optToday", "txtIndex", "txtIgnoreFiles", "txtIgnoreLinks", "txtStart", "txtAllowMissing",
+               "txtAllowUnlinked", "chkLowercase", "chkEntities", "cmdOk", "cmdCancel"}));
+  };
+  driver.Find<QAction>("menuSiteRules")->trigger();
+  driver.on_dialog = nullptr;
   driver.Press("cmdSeeResults");
   EXPECT_EQ(TabWalk(driver.Find("cmdSaveAs")), (Names{"cmdSaveAs", "cmdSearch", "cmdExit", "UdTxt"}));
 }

@@ -275,6 +275,9 @@ TEST(Frame, HasItsMenus) {
     menuStartInEditor &Editor [ ]
   menuSpace1 ---
   menuExit &Exit
+menuSite &Site
+  menuSiteRules &Rules of this site...
+  menuNoRules &No rules (classic) disabled
 menu0Help &Help
   menuHelp &Help F1
   menu1About &About

@@ -21,9 +21,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void CopySite(const std::string& to) {
-  fs::remove_all(to);
-  fs::copy(EXAMPLE_SITE, to, fs::copy_options::recursive);
+// With the site file that is given, if any.
+void CopySite(const ScratchFolder& scratch, const char* site_file) {
+  fs::remove_all(scratch / "site");
+  fs::copy(EXAMPLE_SITE, scratch / "site", fs::copy_options::recursive);
+  if (site_file != nullptr) scratch.Write("site/tessaril.toml", site_file);
 }
 
 // Every file of a folder and its content.
@@ -75,6 +77,7 @@ TEST(WindowRun, DoesWhatTslDoes) {
     std::vector<Setting> settings;
     const char* marked;
     const char* typed;  // into the lower field, in the place of what is proposed there
+    const char* site_file = nullptr;
   } rows[] = {
       {0, {"links"}, "keep", {}, "", ""},
       {0, {"links"}, "replace", {}, "", ""},
@@ -82,7 +85,11 @@ TEST(WindowRun, DoesWhatTslDoes) {
       {0, {"links", "--allow-uppercase"}, "keep", {{"UCfilename", nullptr}}, "", ""},
       {0, {"links", "--check-cgi"}, "keep", {{"CGI", nullptr}}, "", ""},
       {0, {"links", "--cgi-name", "visit"}, "keep", {{"CGIname", " visit"}}, "index.htm", ""},
+      {0, {"links"}, "keep", {}, "", "", "rules = \"classic\""},
+      {0, {"links"}, "keep", {}, "", "x.htm", ""},
+      {0, {"links"}, "replace", {}, "", "", "start = [\"index.htm\"]"},
       {1, {"entities"}, "replace", {}, "", ""},
+      {1, {"entities"}, "replace", {}, "", "", ""},
       {2, {"external"}, "", {}, "", ""},
       {3, {"search", "opening hours"}, "keep", {}, "", ""},
       {3, {"search", "Opening Hours", "--case"}, "keep", {{"ULcase", nullptr}}, "", ""},
@@ -96,7 +103,7 @@ TEST(WindowRun, DoesWhatTslDoes) {
   for (const auto& row : rows) {
     SCOPED_TRACE(testing::PrintToString(row.command) + row.marked + row.typed);
     ScratchFolder scratch;
-    CopySite(scratch / "site");
+    CopySite(scratch, row.site_file);
     Driver driver(scratch / "site");
     Prepare(driver, row.function, row.command, row.settings, row.marked);
     std::string answers;
@@ -114,7 +121,7 @@ TEST(WindowRun, DoesWhatTslDoes) {
     const std::string report = driver.Report();
     const std::vector<std::string> files = Everything(scratch, "site");
 
-    CopySite(scratch / "site");
+    CopySite(scratch, row.site_file);
     Words words = row.command;
     words.insert(words.end(),
                  {scratch / "site" + (*row.marked ? "/" : "") + row.marked, "--report", scratch / "report"});

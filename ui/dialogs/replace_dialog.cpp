@@ -88,6 +88,7 @@ void ReplaceDialog::PutButtons() {
     row.button.setText(row.caption);
     row.button.setToolTip(row.tooltip);
   }
+  keep_tooltip_ = btnKeep.toolTip();
   btnPalette.hide();
   connect(&btnKeep, &QPushButton::clicked, this, [this] { Answer(kKeep); });
   connect(&btnReplace, &QPushButton::clicked, this, [this] { Answer(kReplace); });
@@ -95,8 +96,10 @@ void ReplaceDialog::PutButtons() {
   connect(&btnPalette, &QPushButton::clicked, this, &ReplaceDialog::ChooseColour);
 }
 
-void ReplaceDialog::SetUp(const FunctionRow& row) {
+void ReplaceDialog::SetUp(const FunctionRow& row, Rules rules) {
   if (row.Label1.empty()) return;
+  const bool keeps_page = row.function == Function::kLinks && rules == Rules::kToday;
+  btnKeep.setToolTip(keeps_page ? "Next (keeping the page as it is)" : keep_tooltip_);
   const bool editable = !row.Label2.empty();
   Label1.setText(Shown(row.Label1));
   if (editable) Label2.setText(Shown(row.Label2));
@@ -113,10 +116,11 @@ void ReplaceDialog::SetUp(const FunctionRow& row) {
 void ReplaceDialog::ChooseFunction(Function function) {
   if (function != Function::kShowFile) btnPalette.setVisible(function == Function::kColours);
   if (function == Function::kLinks) {
-    btnKeep.setToolTip("Next (replacing as shown in the white field if changed)");
+    keep_tooltip_ = "Next (replacing as shown in the white field if changed)";
   } else if (function == Function::kReplace) {
-    btnKeep.setToolTip("Next, keeping the old text (no change)");
+    keep_tooltip_ = "Next, keeping the old text (no change)";
   }
+  btnKeep.setToolTip(keep_tooltip_);
 }
 
 ProposalAnswer ReplaceDialog::Ask(const Proposal& proposal, const ColourPieces& colour) {

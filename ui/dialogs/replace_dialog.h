@@ -8,6 +8,7 @@
 #include "engine/functions.h"
 #include "engine/run_host.h"
 #include "engine/safe_colours.h"
+#include "engine/site_rules.h"
 #include "ui/dialogs/answer_button.h"
 #include "ui/dialogs/kept_dialog.h"
 #include "ui/dialogs/safe_colour_dialog.h"
@@ -24,9 +25,10 @@ class ReplaceDialog : public KeptDialog {
  public:
   explicit ReplaceDialog(QWidget* parent = nullptr);
 
-  /// What a run sets for its function: captions, which controls are shown, and the height. A function that
-  /// puts no findings to the user leaves all as it is.
-  void SetUp(const FunctionRow& row);
+  /// What a run sets for its function: captions, which controls are shown, the height, and for links that are
+  /// judged by today's rules the tooltip of `btnKeep`. A function that puts no findings to the user leaves
+  /// all as it is.
+  void SetUp(const FunctionRow& row, Rules rules = Rules::kClassic);
 
   /// What the choice of a function in the main window sets: the palette button and the tooltip of `btnKeep`.
   void ChooseFunction(Function function);
@@ -63,6 +65,7 @@ class ReplaceDialog : public KeptDialog {
   AnswerButton btnKeep{this}, btnReplace{this}, btnPalette{this}, btnStop{this};
   ByteTextBox SearchText{this}, ReplaceText{this};
   std::unique_ptr<SafeColourDialog> palette_;
+  QString keep_tooltip_;  // as the choice of a function has set it
 
   // While a finding is shown:
   Proposal proposal_;

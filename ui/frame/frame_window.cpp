@@ -84,6 +84,7 @@ void FrameWindow::Open(const Settings& settings) {
   connect(viewers_.get(), &Viewers::ExitWanted, this, &FrameWindow::Exit);
   connect(viewers_.get(), &Viewers::HelpWanted, this, &FrameWindow::Help);
   connect(viewers_.get(), &Viewers::AboutBoxWanted, this, &FrameWindow::ShowAboutBox);
+  connect(main_, &MainWindow::SiteShown, this, &FrameWindow::ShowSiteItems);
   connect(main_, &MainWindow::RunEnded, this, [this] {
     if (leaving_) Finish();
   });
@@ -95,6 +96,12 @@ void FrameWindow::Open(const Settings& settings) {
 }
 
 void FrameWindow::MakeMenus() {
+  menus_ = {MakeMiscMenu(), MakeSiteMenu(), MakeHelpMenu()};
+  connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
+          [this] { menuBar()->setActiveAction(ShownMenus().first()->menuAction()); });
+}
+
+QMenu* FrameWindow::MakeMiscMenu() {
   QMenu* const menuMisc = menuBar()->addMenu("&Misc.");
   menuMisc->setObjectName("menuMisc");
   connect(AddItem(*menuMisc, "menu0PrinterFont", "&Printer Font"), &QAction::triggered, this,
@@ -113,6 +120,27 @@ void FrameWindow::MakeMenus() {
   connect(menuStartInEditor, &QAction::triggered, this, [this] { ChooseViewer(Viewer::kEditor); });
   menuMisc->addSeparator()->setObjectName("menuSpace1");
   connect(AddItem(*menuMisc, "menuExit", "&Exit"), &QAction::triggered, this, &FrameWindow::Exit);
+  return menuMisc;
+}
+
+QMenu* FrameWindow::MakeSiteMenu() {
+  QMenu* const menuSite = menuBar()->addMenu("&Site");
+  menuSite->setObjectName("menuSite");
+  menuSiteRules = AddItem(*menuSite, "menuSiteRules", "&Rules of this site...");
+  menuNoRules = AddItem(*menuSite, "menuNoRules", "&No rules (classic)");
+  connect(menuSite, &QMenu::aboutToShow, this, &FrameWindow::ShowSiteItems);
+  connect(menuSiteRules, &QAction::triggered, this, [this] { main_->ChangeSiteRules(); });
+  connect(menuNoRules, &QAction::triggered, this, [this] { main_->RemoveSiteRules(); });
+  return menuSite;
+}
+
+// A run keeps to the rules that it began with.
+void FrameWindow::ShowSiteItems() {
+  menuSiteRules->setEnabled(!main_->IsRunning());
+  menuNoRules->setEnabled(!main_->IsRunning() && main_->HasSiteFile());
+}
+
+QMenu* FrameWindow::MakeHelpMenu() {
   QMenu* const menu0Help = menuBar()->addMenu("&Help");
   menu0Help->setObjectName("menu0Help");
   QAction* const menuHelp = AddItem(*menu0Help, "menuHelp", "&Help");
@@ -120,9 +148,7 @@ void FrameWindow::MakeMenus() {
   menuHelp->setAutoRepeat(false);  // or a key held down starts many viewers
   connect(menuHelp, &QAction::triggered, this, &FrameWindow::Help);
   connect(AddItem(*menu0Help, "menu1About", "&About"), &QAction::triggered, this, &FrameWindow::ShowAboutBox);
-  menus_ = {menuMisc, menu0Help};
-  connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
-          [this] { menuBar()->setActiveAction(ShownMenus().first()->menuAction()); });
+  return menu0Help;
 }
 
 void FrameWindow::ChooseFont() {

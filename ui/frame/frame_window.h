@@ -66,6 +66,10 @@ class FrameWindow : public QMainWindow, private Program {
   void ShowMainNormal(QSize size) override;
 
   void MakeMenus();
+  QMenu* MakeMiscMenu();
+  QMenu* MakeSiteMenu();
+  QMenu* MakeHelpMenu();
+  void ShowSiteItems();
   void ChooseViewer(Viewer viewer);
   void AddMenusOf(const QWidget* child, const QList<QMenu*>& menus);
   const QList<QMenu*>& ShownMenus() const;
@@ -92,6 +96,8 @@ class FrameWindow : public QMainWindow, private Program {
   QAction* menu0Monospaced = nullptr;
   QAction* menuStartInBrowser = nullptr;
   QAction* menuStartInEditor = nullptr;
+  QAction* menuSiteRules = nullptr;
+  QAction* menuNoRules = nullptr;
   QPointer<AboutBox> about_;
   bool browser_is_missing_ = false;
   bool save_failure_told_ = false;

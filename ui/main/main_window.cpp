@@ -76,6 +76,7 @@ void MainWindow::Connect() {
   connect(Picture1.dirList, &FolderList::Changed, this, [this] {
     Picture1.filList->SetFolder(Picture1.dirList->OpenFolder());
     Picture1.drvList->ShowDriveOf(Picture1.dirList->OpenFolder());
+    ShowRules();
   });
   connect(Picture1.dirList, &FolderList::Left, this, [this] {
     if (QApplication::focusWidget() != cmdSearch) Picture1.dirList->OpenHighlighted();
@@ -196,6 +197,7 @@ void MainWindow::Choose(Function function) {
   FollowMarkedOnly();
   if (function == Function::kShowFile) ShowFile();
   ShowLabelsOfTexts(Picture1);
+  ShowRules();
 }
 
 void MainWindow::FollowMarkedOnly() {

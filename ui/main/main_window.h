@@ -8,6 +8,7 @@
 
 #include "engine/search_run.h"
 #include "ui/dialogs/replace_dialog.h"
+#include "ui/dialogs/site_dialog.h"
 #include "ui/main/options_panel.h"
 #include "ui/main/program.h"
 #include "ui/main/report_view.h"
@@ -62,6 +63,13 @@ class MainWindow : public QWidget, private RunStage {
   void ShowResultsForEditor();
   void RefreshFiles() { Picture1.filList->Refresh(); }
 
+  /// The site file of the open folder, in it or in a folder above: whether there is one; its rules shown and
+  /// changed by the user, who may make one; and its end, after a question. Failures are told. None of these
+  /// is for the time of a run.
+  bool HasSiteFile() const;
+  void ChangeSiteRules();
+  void RemoveSiteRules();
+
   /// Whether a run is on. Then the program may be left only when RunEnded has been emitted.
   bool IsRunning() const { return running_; }
 
@@ -70,6 +78,9 @@ class MainWindow : public QWidget, private RunStage {
 
  signals:
   void RunEnded();
+
+  /// The site file has been looked for anew.
+  void SiteShown();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -104,6 +115,8 @@ class MainWindow : public QWidget, private RunStage {
   void PlaceBtn();
   RunEnd Run();
   RunOptions TakeOptions() const;
+  bool TakeSite(RunOptions& options);
+  void ShowRules();
   void OpenCommandLine();
   bool OpenAndEnter(const std::string& folder);
   void MarkFile(const std::string& name);
@@ -117,6 +130,7 @@ class MainWindow : public QWidget, private RunStage {
   QPushButton* cmdSearch;
   QPushButton* cmdExit;
   ReplaceDialog frmReplace;
+  SiteDialog* frmSite = nullptr;  // made when it is first needed
   ReportView view_;
   RunState state_;
   RunOptions options_;

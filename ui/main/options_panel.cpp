@@ -61,6 +61,8 @@ void OptionsPanel::MakeOptions() {
   Tie(*SearchLabel, *SearchTekst);
   UCfilename = check("UCfilename", 972, "Permit UPPERcase in filenames",
                      "Tick for search in correct UPPER and lower case");
+  RulesLabel = MakeLabel(Frame2, "RulesLabel", {72, 1296, 3252, 264}, "");
+  RulesLabel->hide();
   ReplaceLabel = MakeLabel(Frame2, "ReplaceLabel", {72, 1296, 3252, 216}, "Replace by:");
   ReplaceText = new SearchTextBox("Insert replace text here", Frame2);
   Put(*ReplaceText, "ReplaceText", {360, 1512, 2928, 288});

@@ -40,6 +40,7 @@ class OptionsPanel : public QWidget {
   QLabel* SearchLabel;
   QLineEdit* SearchTekst;
   QCheckBox* UCfilename;
+  QLabel* RulesLabel;  // by which rules a site with a site file is judged
   QLabel* ReplaceLabel;
   QLineEdit* ReplaceText;
   QCheckBox* chkTags;

@@ -17,6 +17,7 @@ void MainWindow::PressSearch() {
   if (const Function selected = Picture1.Option1->Selected(); selected != applied_) Choose(selected);
   if (IsChosen(Function::kShowFile)) return;
   options_ = TakeOptions();
+  if (!TakeSite(options_)) return;
   host_.Reset();
   folder_only_opened_ = false;
   running_ = true;
@@ -78,7 +79,7 @@ bool MainWindow::BeginWalk() {
     return false;
   }
   session_.LastDir = folders.OpenFolder();
-  frmReplace.SetUp(RowOf(options_.function));
+  frmReplace.SetUp(RowOf(options_.function), options_.JudgesByToday() ? Rules::kToday : Rules::kClassic);
   ShowResultsPanel();
   Picture2.UdTxt->setFocus();
   SetRole(*cmdExit, "&Cancel", "Stop the search");

@@ -131,6 +131,8 @@ void Driver::Answer(QWidget& dialog) {
                    dialog.findChild<ByteTextBox*>("ReplaceText")->Bytes());
   } else if (dialog.objectName() == "frmFind") {
     button = dialog.findChild<QAbstractButton*>(answer == "cancel" ? "Command2" : "Command1");
+  } else if (dialog.objectName() == "frmSite") {
+    button = dialog.findChild<QAbstractButton*>(answer == "ok" ? "cmdOk" : "cmdCancel");
   } else if (QWidget* const colour = dialog.findChild<QWidget*>("lblSafeCol_0")) {
     return QTest::mouseClick(colour, Qt::LeftButton);
   }
