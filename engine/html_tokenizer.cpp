@@ -95,7 +95,8 @@ HtmlTokenizer::Token HtmlTokenizer::Markup() {
   }
   if (next == '/') return EndTagOrNot();
   if (next == '!') return Declaration();
-  return next == '?' ? UntilBehind(">", Token::kComment) : Token::kText;
+  if (next == '?') return UntilBehind(syntax_ == Syntax::kXml ? "?>" : ">", Token::kComment);
+  return Token::kText;
 }
 
 HtmlTokenizer::Token HtmlTokenizer::EndTagOrNot() {
