@@ -225,10 +225,10 @@ void Reading::TakeAddressList(std::string_view value) {
     const bool ends_here = address.ends_with(',');
     while (address.ends_with(',')) address.remove_suffix(1);
     if (!address.empty()) found_.links.push_back({address});
-    for (int open = 0; !ends_here && pos < value.size(); ++pos) {
-      if (value[pos] == '(') ++open;
-      if (value[pos] == ')' && open > 0) --open;
-      if (value[pos] == ',' && open == 0) break;
+    for (bool in_parentheses = false; !ends_here && pos < value.size(); ++pos) {
+      if (value[pos] == '(') in_parentheses = true;
+      if (value[pos] == ')') in_parentheses = false;
+      if (value[pos] == ',' && !in_parentheses) break;
     }
   }
 }

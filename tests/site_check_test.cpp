@@ -75,6 +75,7 @@ TEST_F(SiteTest, FindsLinksWhereABrowserDoes) {
       {"<a href=a href=no><a title='>' href=b><a\nhref\n=\nc\n>", {"a", "b", "c"}},
       {"<a href=\"x&amp;y\"><a href='&#97;&eacute'>", {"x&amp;y", "&#97;&eacute"}},
       {"<img srcset='a 1x, b 2x,c' src=\" d \"><link imagesrcset=e,f>", {"a", "b", "c", "d", "e,f"}},
+      {"<img srcset='a ((1x, no), b ( 2x, no) ,,c,, d 3x'>", {"a", "b", "c", "d"}},
       {"<video poster=a><object data=b></object><form action=c><button formaction=d>", {"a", "b", "c", "d"}},
       {"<q cite=a><td background=b><img longdesc=c><html manifest=d>", {"a", "b", "c", "d"}},
       {"<meta http-equiv=Refresh content=\"0; URL='a'\"><meta http-equiv=refresh content=\"1;b\">"
