@@ -104,6 +104,16 @@ TEST_F(SiteTest, FindsLinksWhereABrowserDoes) {
   }
 }
 
+TEST_F(SiteTest, FindsLinksOfXmlAsABrowserDoes) {
+  options_.cboSearchSpec = "*.html;*.xhtml";
+  Put("p.xhtml",
+      "<?xml-stylesheet title='href' href = 'a&amp;b'?><?php '>' href='no'?><script><a href='b'/></script>"
+      "<style>x{y:url(c&amp;d)}<![CDATA[@import 'e&amp;f';]]> @import &quot;g&quot;</style>");
+  Lines dead;
+  for (const std::string& line : Run()) dead.push_back(line.substr(line.find("missing-file ") + 13));
+  EXPECT_EQ(dead, (Lines{"a&amp;b", "b", "c&amp;d", "e&amp;f", "g"}));
+}
+
 TEST_F(SiteTest, FollowsPathsAsTheURLStandardDoes) {
   for (const char* name : {"sub/a b.html", "sub/index.html", "sub/deep/x.html", "100%.html", "Case.html",
                            "caf\xC3\xA9.html", "empty/x.txt", "two.html", "TWO.html", "only/here.html"}) {
