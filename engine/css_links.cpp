@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "engine/ascii.h"
 #include "engine/characters.h"
@@ -26,6 +27,12 @@ int HexadecimalDigit(char c) {
   return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
+// Whether a name, as it stands, is that name.
+bool IsName(std::string_view name, std::string_view lower) {
+  if (name.find('\\') == std::string_view::npos) return EqualsLower(name, lower);
+  return EqualsLower(ResolveCssEscapes(name), lower);
+}
+
 // The way through one style sheet.
 class Scan {
  public:
@@ -39,41 +46,42 @@ class Scan {
   void Step();
   bool At(std::size_t pos, char c) const { return pos < css_.size() && css_[pos] == c; }
   bool IsLineEnd(std::size_t pos) const { return At(pos, '\n') || At(pos, '\r') || At(pos, '\f'); }
+  // Whether a backslash there takes something with it.
+  bool IsEscape(std::size_t pos) const { return At(pos, '\\') && !IsLineEnd(pos + 1); }
   void SkipBlanksAndComments();
   bool SkipComment();
   void SkipEscape();
   std::string_view TakeName();
   std::optional<std::string_view> TakeQuoted();
-  void TakeUrl(bool wanted);
+  void TakeUrl();
   void TakeAtRule();
 
   std::string_view css_;
   std::vector<std::string_view>& links_;
   std::size_t pos_ = 0;
-  std::string_view last_name_;
-  std::string_view property_;  // of the declaration at hand
+  std::string_view last_name_;  // when nothing but blanks and comments follows it
+  bool counts_ = true;          // false in @namespace and behavior: the addresses there are no links
 };
 
 // Past the next thing that matters: a comment, a quoted text, a name, a sign.
 void Scan::Step() {
+  SkipBlanksAndComments();
+  if (pos_ >= css_.size()) return;
+  const std::string_view property = std::exchange(last_name_, {});
   const char c = css_[pos_];
-  if (c == '/' && SkipComment()) return;
   if (c == '"' || c == '\'') {
     (void)TakeQuoted();
   } else if (c == '@') {
     TakeAtRule();
-  } else if (c == '\\') {
-    SkipEscape();
-  } else if (IsNameByte(c)) {
-    const std::string_view name = TakeName();
-    if (EqualsLower(name, "url") && At(pos_, '(')) {
-      TakeUrl(!EqualsLower(property_, "behavior") && !EqualsLower(property_, "-ms-behavior"));
-    } else {
-      last_name_ = name;
-    }
+  } else if (c == '#') {
+    ++pos_;
+    (void)TakeName();  // not the name of a function
+  } else if (IsNameByte(c) || IsEscape(pos_)) {
+    last_name_ = TakeName();
+    if (At(pos_, '(') && IsName(last_name_, "url")) TakeUrl();
   } else {
-    if (c == ':') property_ = last_name_;
-    if (c == ';' || c == '{' || c == '}') property_ = {};
+    if (c == ':' && (IsName(property, "behavior") || IsName(property, "-ms-behavior"))) counts_ = false;
+    if (c == ';' || c == '{' || c == '}') counts_ = true;
     ++pos_;
   }
 }
@@ -109,11 +117,13 @@ void Scan::SkipEscape() {
 
 std::string_view Scan::TakeName() {
   const std::size_t begin = pos_;
-  while (pos_ < css_.size() && (IsNameByte(css_[pos_]) || css_[pos_] == '\\')) {
-    if (css_[pos_] == '\\') {
+  while (pos_ < css_.size()) {
+    if (IsNameByte(css_[pos_])) {
+      ++pos_;
+    } else if (IsEscape(pos_)) {
       SkipEscape();
     } else {
-      ++pos_;
+      break;
     }
   }
   return css_.substr(begin, pos_ - begin);
@@ -140,12 +150,12 @@ std::optional<std::string_view> Scan::TakeQuoted() {
 }
 
 // At the "(" of a url(...).
-void Scan::TakeUrl(bool wanted) {
+void Scan::TakeUrl() {
   ++pos_;
   while (pos_ < css_.size() && IsBlank(css_[pos_])) ++pos_;
   if (At(pos_, '"') || At(pos_, '\'')) {
     const std::optional<std::string_view> link = TakeQuoted();
-    if (link && wanted) links_.push_back(*link);
+    if (link && counts_) links_.push_back(*link);
     return;
   }
   const std::size_t begin = pos_;
@@ -170,31 +180,19 @@ void Scan::TakeUrl(bool wanted) {
     end = pos_;
   }
   if (pos_ < css_.size()) ++pos_;
-  if (good && wanted) links_.push_back(css_.substr(begin, end - begin));
+  if (good && counts_) links_.push_back(css_.substr(begin, end - begin));
 }
 
 // At the "@".
 void Scan::TakeAtRule() {
   ++pos_;
   const std::string_view name = TakeName();
-  const bool is_import = EqualsLower(name, "import");
-  if (!is_import && !EqualsLower(name, "namespace")) return;
+  if (IsName(name, "namespace")) counts_ = false;
+  if (!IsName(name, "import")) return;
   SkipBlanksAndComments();
-  if (At(pos_, '"') || At(pos_, '\'')) {
-    const std::optional<std::string_view> link = TakeQuoted();
-    if (link && is_import) links_.push_back(*link);
-    return;
-  }
-  const std::size_t begin = pos_;
-  if (!is_import && pos_ < css_.size() && IsNameByte(css_[pos_]) && !EqualsLower(TakeName(), "url")) {
-    SkipBlanksAndComments();  // behind the prefix
-    (void)TakeName();
-  }
-  if (!is_import && At(pos_, '(')) {
-    TakeUrl(false);
-  } else if (is_import) {
-    pos_ = begin;
-  }
+  if (!At(pos_, '"') && !At(pos_, '\'')) return;
+  const std::optional<std::string_view> link = TakeQuoted();
+  if (link && counts_) links_.push_back(*link);
 }
 
 }  // namespace

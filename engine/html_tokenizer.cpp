@@ -95,7 +95,8 @@ HtmlTokenizer::Token HtmlTokenizer::Markup() {
   }
   if (next == '/') return EndTagOrNot();
   if (next == '!') return Declaration();
-  return next == '?' ? UntilBehind(">", Token::kComment) : Token::kText;
+  if (next == '?') return UntilBehind(syntax_ == Syntax::kXml ? "?>" : ">", Token::kComment);
+  return Token::kText;
 }
 
 HtmlTokenizer::Token HtmlTokenizer::EndTagOrNot() {
@@ -202,8 +203,7 @@ void HtmlTokenizer::AddAttribute(const HtmlAttribute& attribute) {
 // What stands behind a start tag is decided by its name.
 void HtmlTokenizer::NoteStartTag() {
   if (syntax_ == Syntax::kXml) return;
-  const bool is_foreign_element = foreign_.IsInside();
-  foreign_.TakeStartTag(name_, self_closing_);
+  const bool is_foreign_element = foreign_.TakeStartTag(name_, attributes_, self_closing_);
   struct Row {
     std::string_view name;
     Inside inside;

@@ -8,16 +8,9 @@
 #include <vector>
 
 #include "engine/foreign_content.h"
+#include "engine/html_attribute.h"
 
 namespace tessaril {
-
-/// An attribute of a start tag; both texts as they stand in the page.
-struct HtmlAttribute {
-  std::string_view name;
-  std::string_view value;  // without quotes, character references not resolved; empty when there is none
-  bool has_value = false;
-  char quote = '\0';  // around the value: ', " or none
-};
 
 /// Takes an HTML text apart as browsers do by the tokenization rules of the HTML standard, scripting switched
 /// off (so that what stands in `noscript` is read). Nothing is copied: all that it gives are views of the

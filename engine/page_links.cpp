@@ -68,7 +68,7 @@ bool Lists(std::string_view list, std::string_view name) {
 class Reading {
  public:
   Reading(std::string_view text, HtmlTokenizer::Syntax syntax, PageLinks& found)
-      : text_(text), tokens_(text, syntax), found_(found) {}
+      : text_(text), is_xml_(syntax == HtmlTokenizer::Syntax::kXml), tokens_(text, syntax), found_(found) {}
 
   void Run();
 
@@ -78,12 +78,18 @@ class Reading {
   void TakeAnchor(const HtmlAttribute& attribute);
   void TakeAddressList(std::string_view value);
   void TakeStyle(std::string_view value);
+  void TakePlainStyle(std::string_view value);
+  void TakeInstruction(std::string_view text);
   void TakeBase();
   void TakeRefresh();
   void AddAnchor(std::string_view value, bool is_map);
   const HtmlAttribute* Find(std::string_view name) const;
+  std::string_view TokenText() const {
+    return text_.substr(tokens_.begin(), tokens_.end() - tokens_.begin());
+  }
 
   std::string_view text_;
+  bool is_xml_;
   HtmlTokenizer tokens_;
   PageLinks& found_;
   std::vector<std::string_view> css_links_;
@@ -104,15 +110,13 @@ void Reading::Run() {
         if (unscripted_ > 0 && EqualsLower(tokens_.name(), "noscript")) --unscripted_;
         break;
       case HtmlTokenizer::Token::kText:
+        if (is_style_) TakeStyle(TokenText());
+        break;
       case HtmlTokenizer::Token::kRawText:
-        if (is_style_) {
-          css_links_.clear();
-          FindCssLinks(text_.substr(tokens_.begin(), tokens_.end() - tokens_.begin()), css_links_);
-          for (const std::string_view link : css_links_)
-            found_.links.push_back({Stripped(link), Spelling::kCss});
-        }
+        if (is_style_) TakePlainStyle(TokenText());
         break;
       case HtmlTokenizer::Token::kComment:
+        TakeInstruction(TokenText());
         break;
     }
   }
@@ -144,6 +148,7 @@ void Reading::TakeAttribute(const HtmlAttribute& attribute) {
     const bool is_svg_link = foreign && row.name == "href";
     if (!row.elements.empty() && !is_svg_link && !Lists(row.elements, tokens_.name())) return;
     if (row.use == Use::kAddressList) return TakeAddressList(attribute.value);
+    if (row.use == Use::kStyle && attribute.value.find('(') == std::string_view::npos) return;
     if (row.use == Use::kStyle) return TakeStyle(attribute.value);
     found_.links.push_back({Stripped(attribute.value), Spelling::kAttribute, row.use == Use::kMap});
     return;
@@ -225,24 +230,19 @@ void Reading::TakeAddressList(std::string_view value) {
     const bool ends_here = address.ends_with(',');
     while (address.ends_with(',')) address.remove_suffix(1);
     if (!address.empty()) found_.links.push_back({address});
-    for (int open = 0; !ends_here && pos < value.size(); ++pos) {
-      if (value[pos] == '(') ++open;
-      if (value[pos] == ')' && open > 0) --open;
-      if (value[pos] == ',' && open == 0) break;
+    for (bool in_parentheses = false; !ends_here && pos < value.size(); ++pos) {
+      if (value[pos] == '(') in_parentheses = true;
+      if (value[pos] == ')') in_parentheses = false;
+      if (value[pos] == ',' && !in_parentheses) break;
     }
   }
 }
 
-// The references in a style attribute are resolved before its links are looked for; where they stand in the
-// page is kept beside each byte.
+// A style sheet in which references count. They are resolved before its links are looked for; where they
+// stand in the page is kept beside each byte.
 void Reading::TakeStyle(std::string_view value) {
-  if (value.find('(') == std::string_view::npos) return;
+  if (value.find('&') == std::string_view::npos) return TakePlainStyle(value);
   css_links_.clear();
-  if (value.find('&') == std::string_view::npos) {
-    FindCssLinks(value, css_links_);
-    for (const std::string_view link : css_links_) found_.links.push_back({Stripped(link), Spelling::kCss});
-    return;
-  }
   std::string css;
   std::vector<std::size_t> places;
   for (std::size_t pos = 0; pos < value.size();) {
@@ -261,6 +261,30 @@ void Reading::TakeStyle(std::string_view value) {
     const std::size_t from = places[begin];
     found_.links.push_back(
         {value.substr(from, places[begin + stripped.size()] - from), Spelling::kCssAttribute});
+  }
+}
+
+void Reading::TakePlainStyle(std::string_view value) {
+  css_links_.clear();
+  FindCssLinks(value, css_links_);
+  for (const std::string_view link : css_links_) found_.links.push_back({Stripped(link), Spelling::kCss});
+}
+
+// <?xml-stylesheet type="text/css" href="style.css"?>
+void Reading::TakeInstruction(std::string_view text) {
+  constexpr std::string_view kStart = "<?xml-stylesheet";
+  if (!is_xml_ || !text.starts_with(kStart)) return;
+  for (std::size_t pos = text.find("href", kStart.size()); pos != std::string_view::npos;
+       pos = text.find("href", pos + 1)) {
+    const std::size_t equals = std::min(text.find_first_not_of(kBlanks, pos + 4), text.size());
+    if (kBlanks.find(text[pos - 1]) == std::string_view::npos || !text.substr(equals).starts_with('='))
+      continue;
+    const std::size_t quote = text.find_first_not_of(kBlanks, equals + 1);
+    if (quote == std::string_view::npos || (text[quote] != '"' && text[quote] != '\'')) continue;
+    const std::size_t end = text.find(text[quote], quote + 1);
+    if (end == std::string_view::npos) return;
+    found_.links.push_back({Stripped(text.substr(quote + 1, end - quote - 1))});
+    return;
   }
 }
 

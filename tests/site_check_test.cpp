@@ -75,6 +75,7 @@ TEST_F(SiteTest, FindsLinksWhereABrowserDoes) {
       {"<a href=a href=no><a title='>' href=b><a\nhref\n=\nc\n>", {"a", "b", "c"}},
       {"<a href=\"x&amp;y\"><a href='&#97;&eacute'>", {"x&amp;y", "&#97;&eacute"}},
       {"<img srcset='a 1x, b 2x,c' src=\" d \"><link imagesrcset=e,f>", {"a", "b", "c", "d", "e,f"}},
+      {"<img srcset='a ((1x, no), b ( 2x, no) ,,c,, d 3x'>", {"a", "b", "c", "d"}},
       {"<video poster=a><object data=b></object><form action=c><button formaction=d>", {"a", "b", "c", "d"}},
       {"<q cite=a><td background=b><img longdesc=c><html manifest=d>", {"a", "b", "c", "d"}},
       {"<meta http-equiv=Refresh content=\"0; URL='a'\"><meta http-equiv=refresh content=\"1;b\">"
@@ -101,6 +102,16 @@ TEST_F(SiteTest, FindsLinksWhereABrowserDoes) {
     }
     EXPECT_EQ(found, row.dead) << row.page;
   }
+}
+
+TEST_F(SiteTest, FindsLinksOfXmlAsABrowserDoes) {
+  options_.cboSearchSpec = "*.html;*.xhtml";
+  Put("p.xhtml",
+      "<?xml-stylesheet title='href' href = 'a&amp;b'?><?php '>' href='no'?><script><a href='b'/></script>"
+      "<style>x{y:url(c&amp;d)}<![CDATA[@import 'e&amp;f';]]> @import &quot;g&quot;</style>");
+  Lines dead;
+  for (const std::string& line : Run()) dead.push_back(line.substr(line.find("missing-file ") + 13));
+  EXPECT_EQ(dead, (Lines{"a&amp;b", "b", "c&amp;d", "e&amp;f", "g"}));
 }
 
 TEST_F(SiteTest, FollowsPathsAsTheURLStandardDoes) {
