@@ -10,8 +10,19 @@
 
 namespace tessaril {
 
-FolderWalk::FolderWalk(RunContext& run, Worker worker)
-    : run_(run), worker_(worker), filter_(run.options.cboSearchSpec + (run.site ? ";*.css" : "")) {
+namespace {
+
+// By today's rules the links of style sheets are looked at as well and, where the filter is the usual one,
+// those of pages that it does not list.
+std::string FilterOf(const RunContext& run) {
+  const std::string& filter = run.options.cboSearchSpec;
+  if (!run.site) return filter;
+  return filter + (filter == RunOptions().cboSearchSpec ? ";*.css;*.shtml;*.shtm;*.xhtml;*.xht" : ";*.css");
+}
+
+}  // namespace
+
+FolderWalk::FolderWalk(RunContext& run, Worker worker) : run_(run), worker_(worker), filter_(FilterOf(run)) {
   if (run.options.site) ignored_ = SitePatterns(run.options.site->rules.ignore_files);
 }
 

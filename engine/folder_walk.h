@@ -14,8 +14,9 @@ namespace tessaril {
 /// Visits the files of a run: the marked one, or all that the filter lists in a folder and below, subfolders
 /// first and of these the last name first, then the folder's own files from the first name on. Names are
 /// sorted without regard to the case of A to Z, ties by byte; names that begin with a dot are passed over.
-/// By today's rules, style sheets are visited as well when links are checked, and files that the site's rules
-/// ignore never. Before each file the user's input is let through, which is where Cancel takes effect.
+/// By today's rules, style sheets are visited as well when links are checked and, by the usual filter, pages
+/// of all kinds; files that the site's rules ignore never are. Before each file the user's input is let
+/// through, which is where Cancel takes effect.
 class FolderWalk {
  public:
   FolderWalk(RunContext& run, Worker worker);

@@ -27,6 +27,22 @@ std::string PathTo(const std::vector<std::string>& names, bool from_root,
   return path;
 }
 
+// A name as it is written, percent-encoded in part, in the letter case of `name`, which else is the same.
+std::string InCaseOf(std::string_view written, const std::string& name) {
+  std::string right;
+  for (const char c : name) {
+    const bool is_encoded = written.starts_with('%') && PercentDecoded(written.substr(0, 3)).size() == 1;
+    const std::string_view unit = written.substr(0, is_encoded ? 3 : 1);
+    if (PercentDecoded(unit) == std::string(1, c)) {
+      right += unit;
+    } else {
+      right += c;
+    }
+    written.remove_prefix(unit.size());
+  }
+  return right;
+}
+
 // The names of `path` from its end on, as far as it says them, in the letter case of `names`.
 std::string InCaseOf(std::string_view path, const std::vector<std::string>& names) {
   std::string right;
@@ -36,14 +52,9 @@ std::string InCaseOf(std::string_view path, const std::vector<std::string>& name
     const std::size_t begin = slash == std::string_view::npos ? 0 : slash + 1;
     const std::string_view written = path.substr(begin);
     const std::string name = PercentDecoded(written);
-    if (name == ".." || (!name.empty() && name != "." && next == 0)) break;
-    std::string kept(written);
-    if (!name.empty() && name != ".") {
-      const std::string& other = names[--next];
-      if (ToLower(other) != ToLower(name)) break;
-      if (other != name) kept = EncodedName(other);
-    }
-    right = kept + right;
+    const bool is_step = name.empty() || name == ".";
+    if (name == ".." || (!is_step && (next == 0 || ToLower(names[next - 1]) != ToLower(name)))) break;
+    right = (is_step ? std::string(written) : InCaseOf(written, names[--next])) + right;
     path = path.substr(0, begin);
     if (begin > 0) {
       right = path.back() + right;
@@ -65,17 +76,16 @@ bool IsOfSameKind(const SiteEntry& file, std::string_view name) {
          (form != PageForm::kNone && FormOfName(file.name) == form);
 }
 
-// A link with its spelling resolved, as a page writes it.
+// A link with its spelling resolved, as a page or style sheet writes it, in quotes or without.
 std::string Spelled(std::string_view text, Spelling spelling) {
   std::string spelled;
   for (const char c : text) {
     if (c == '&' && spelling != Spelling::kCss) {
       spelled += "&amp;";
-    } else if (c == '"' || c == '\'') {
-      spelled += c == '"' ? "%22" : "%27";
-    } else if (spelling != Spelling::kAttribute && (c == '(' || c == ')' || c == '\\')) {
-      spelled += '\\';
-      spelled += c;
+    } else if (c == '\\' && spelling != Spelling::kAttribute) {
+      spelled += "\\\\";
+    } else if (std::string_view(" \"'()<>").find(c) != std::string_view::npos) {
+      spelled += EncodedName(std::string_view(&c, 1));
     } else {
       spelled += c;
     }

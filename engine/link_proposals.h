@@ -24,7 +24,7 @@ class LinkProposals {
  public:
   explicit LinkProposals(SiteIndex& index) : index_(index) {}
 
-  /// For a link of the page `page` that was judged: `value` is what stands in the page, `text` the same with
+  /// For a link that was judged, seen from `base`: `value` is what stands in the page, `text` the same with
   /// its spelling resolved.
   std::optional<LinkProposal> For(const JudgedLink& judged, std::string_view value, std::string_view text,
                                   Spelling spelling, const SiteIndex::Base& base);
@@ -37,7 +37,7 @@ class LinkProposals {
   std::optional<std::string> NearAnchor(SiteEntry& file, const std::string& fragment);
 
   SiteIndex& index_;
-  std::size_t work_ = std::size_t{1} << 26;  // comparisons of names in one run
+  std::size_t work_ = std::size_t{1} << 22;  // comparisons of names in one run, which take a second or so
   std::unordered_map<std::string, std::optional<std::string>> near_anchors_;
   std::unordered_map<std::string, SiteEntry*> other_files_;
 };

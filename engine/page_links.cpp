@@ -74,6 +74,8 @@ class Reading {
 
  private:
   void TakeStartTag();
+  bool IsFollowed() const;
+  bool IsLoaded(const AttributeRow& row) const;
   void TakeAttribute(const HtmlAttribute& attribute);
   void TakeAnchor(const HtmlAttribute& attribute);
   void TakeAddressList(std::string_view value);
@@ -94,7 +96,8 @@ class Reading {
   PageLinks& found_;
   std::vector<std::string_view> css_links_;
   bool is_style_ = false;  // what follows is the text of a style element
-  int unscripted_ = 0;     // how many `noscript` are open
+  int unscripted_ = 0;     // how many `noscript` are open,
+  int templates_ = 0;      // and how many `template`, whose content is not part of the page
 };
 
 void Reading::Run() {
@@ -108,6 +111,7 @@ void Reading::Run() {
       case HtmlTokenizer::Token::kEndTag:
         is_style_ = false;
         if (unscripted_ > 0 && EqualsLower(tokens_.name(), "noscript")) --unscripted_;
+        if (templates_ > 0 && EqualsLower(tokens_.name(), "template")) --templates_;
         break;
       case HtmlTokenizer::Token::kText:
         if (is_style_) TakeStyle(TokenText());
@@ -125,14 +129,36 @@ void Reading::Run() {
 void Reading::TakeStartTag() {
   const std::string_view name = tokens_.name();
   is_style_ = false;
-  const auto& attributes = tokens_.attributes();
-  if (name.size() >= 4) {
+  constexpr std::size_t kShortest = 4;
+  if (name.size() >= kShortest) {
+    // A template with a shadow root is shown where it stands.
+    const bool is_template = EqualsLower(name, "template") && !tokens_.is_foreign();
+    if (is_template && (templates_ > 0 || Find("shadowrootmode") == nullptr)) ++templates_;
+    if (templates_ > 0) return;
     if (EqualsLower(name, "style")) is_style_ = !tokens_.is_self_closing() || !tokens_.is_foreign();
     if (EqualsLower(name, "noscript")) ++unscripted_;
     if (EqualsLower(name, "base")) TakeBase();
     if (EqualsLower(name, "meta")) TakeRefresh();
   }
-  for (const HtmlAttribute& attribute : attributes) TakeAttribute(attribute);
+  if (templates_ > 0) return;
+  for (const HtmlAttribute& attribute : tokens_.attributes()) TakeAttribute(attribute);
+}
+
+// Some `link` elements are for search engines only.
+bool Reading::IsFollowed() const {
+  const HtmlAttribute* const rel = Find("rel");
+  return rel == nullptr || !Lists(" canonical shortlink pingback amphtml ", Stripped(rel->value));
+}
+
+// Whether the element at hand does with the attribute what the row says.
+bool Reading::IsLoaded(const AttributeRow& row) const {
+  const std::string_view element = tokens_.name();
+  if (row.elements.empty()) return true;
+  if (!Lists(row.elements, element)) return tokens_.is_foreign() && row.name == "href";
+  if (row.name == "href") return !EqualsLower(element, "link") || IsFollowed();
+  if (row.name != "src" || !EqualsLower(element, "input")) return true;
+  const HtmlAttribute* const type = Find("type");
+  return type != nullptr && EqualsLower(type->value, "image");
 }
 
 void Reading::TakeAttribute(const HtmlAttribute& attribute) {
@@ -142,25 +168,25 @@ void Reading::TakeAttribute(const HtmlAttribute& attribute) {
   constexpr std::string_view kInitials = "hsipdafcblumx";
   if (name.size() < 3 || kInitials.find(ToLower(name[0])) == std::string_view::npos || name == "class")
     return;
-  const bool foreign = tokens_.is_foreign();
   for (const AttributeRow& row : kAttributes) {
     if (row.name.size() != name.size() || !EqualsLower(name, row.name)) continue;
-    const bool is_svg_link = foreign && row.name == "href";
-    if (!row.elements.empty() && !is_svg_link && !Lists(row.elements, tokens_.name())) return;
+    if (!IsLoaded(row)) return;
     if (row.use == Use::kAddressList) return TakeAddressList(attribute.value);
     if (row.use == Use::kStyle && attribute.value.find('(') == std::string_view::npos) return;
     if (row.use == Use::kStyle) return TakeStyle(attribute.value);
     found_.links.push_back({Stripped(attribute.value), Spelling::kAttribute, row.use == Use::kMap});
     return;
   }
-  if (foreign && EqualsLower(name, kForeignLink)) found_.links.push_back({Stripped(attribute.value)});
+  if (tokens_.is_foreign() && EqualsLower(name, kForeignLink))
+    found_.links.push_back({Stripped(attribute.value)});
 }
 
 void Reading::TakeAnchor(const HtmlAttribute& attribute) {
-  if (EqualsLower(attribute.name, "id")) return AddAnchor(attribute.value, false);
-  if (!EqualsLower(attribute.name, "name")) return;
   const std::string_view element = tokens_.name();
-  if (EqualsLower(element, "map")) return AddAnchor(attribute.value, true);
+  const bool is_id = EqualsLower(attribute.name, "id");
+  if (!is_id && !EqualsLower(attribute.name, "name")) return;
+  if (EqualsLower(element, "map")) AddAnchor(attribute.value, true);
+  if (is_id) return AddAnchor(attribute.value, false);
   if (!EqualsLower(element, "a")) return;
   const HtmlAttribute* const id = Find("id");
   if (id == nullptr || id->value != attribute.value) AddAnchor(attribute.value, false);
@@ -210,10 +236,11 @@ void Reading::TakeRefresh() {
       rest = whole;
     }
   }
-  if (rest.starts_with('"') || rest.starts_with('\'')) {
-    const char quote = rest.front();
-    rest.remove_prefix(1);
+  for (const std::string_view quote : {"\"", "'", "&quot;", "&#34;", "&#39;", "&apos;"}) {
+    if (!rest.starts_with(quote)) continue;
+    rest.remove_prefix(quote.size());
     rest = rest.substr(0, rest.find(quote));
+    break;
   }
   if (!rest.empty()) found_.links.push_back({Stripped(rest)});
 }

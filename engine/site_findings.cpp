@@ -64,7 +64,7 @@ std::optional<SiteFinding> SiteFinder::Judge(const PageLink& link, std::size_t b
   const std::string_view value = values_->Read(link.value, link.spelling, memory);
   SiteFinding finding{FindingKind::kMissingAnchor, begin, begin + link.value.size(), {}, std::nullopt};
   finding.spelling = link.spelling;
-  const JudgedLink judged = site_.index.Judge(value, base_);
+  const JudgedLink judged = site_.index.Judge(value, link.spelling, base_);
   if (!judged.fault) return std::nullopt;
   finding.kind = *judged.fault;
   finding.message = MessageFor(judged);
@@ -81,7 +81,8 @@ std::optional<SiteFinding> SiteFinder::Judge(const PageLink& link, std::size_t b
 std::optional<SiteFinding> SiteFinder::JudgeCase(const PageLink& link, std::size_t begin) {
   if (!site_.index.rules().lowercase_names) return std::nullopt;
   std::string memory;
-  const JudgedLink judged = site_.index.Judge(values_->Read(link.value, link.spelling, memory), base_);
+  const JudgedLink judged =
+      site_.index.Judge(values_->Read(link.value, link.spelling, memory), link.spelling, base_);
   if (judged.target == nullptr || !judged.target->has_upper_case) return std::nullopt;
   SiteFinding finding{FindingKind::kUpperCaseLink, begin, begin + link.value.size(), std::string(kUpperCase),
                       std::nullopt};

@@ -14,10 +14,16 @@
 namespace tessaril {
 namespace {
 
-std::string Joined(const std::vector<std::string>& names) {
+std::string Joined(const std::vector<std::string>& names, bool names_folder) {
   std::string path;
   for (const std::string& name : names) path += (path.empty() ? "" : "/") + name;
+  if (names_folder && !path.empty()) path += '/';
   return path;
+}
+
+// What browsers take for UTF-16 before anything else.
+bool IsUtf16(std::string_view page) {
+  return page.starts_with("\xFF\xFE") || page.starts_with("\xFE\xFF");
 }
 
 // Puts the site path that a simple path names into `key`; false when it climbs above the root.
@@ -36,6 +42,11 @@ bool JoinSimple(std::string_view path, std::string_view folder, std::string& key
   return true;
 }
 
+// Whether a link of a style names a place of its own page, whatever the base.
+bool IsLocal(std::string_view link, Spelling spelling) {
+  return spelling != Spelling::kAttribute && link.starts_with('#');
+}
+
 bool IsAlwaysThere(std::string_view fragment) {
   return fragment.empty() || EqualsLower(fragment, "top") || fragment.find(":~:") != std::string_view::npos;
 }
@@ -48,19 +59,25 @@ bool IsViewOfPicture(std::string_view fragment) {
 }  // namespace
 
 PageEncoding PageValues::encoding() {
-  if (!encoding_) encoding_ = DetectEncoding(page_);
+  if (!encoding_) {
+    const bool says_utf8 = declared() == DeclaredEncoding::kUtf8;
+    encoding_ = says_utf8 ? PageEncoding::kUtf8 : DetectEncoding(page_);
+  }
   return *encoding_;
+}
+
+DeclaredEncoding PageValues::declared() {
+  if (!declared_) declared_ = DeclaredEncodingOf(page_);
+  return *declared_;
 }
 
 void PageValues::LookAtPage() {
   (void)encoding();
-  (void)CanRead("\xFF");
+  (void)declared();
 }
 
 bool PageValues::CanRead(std::string_view value) {
-  if (IsAscii(value)) return true;
-  if (!is_known_) is_known_ = DeclaredEncodingOf(page_) != DeclaredEncoding::kOther;
-  return *is_known_;
+  return IsAscii(value) || declared() != DeclaredEncoding::kOther;
 }
 
 std::string_view PageValues::Read(std::string_view value, Spelling spelling, std::string& memory) {
@@ -108,7 +125,9 @@ SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStam
   if (links_.base) page.base = *links_.base;
   const bool may_be_cgi =
       !CgiName().empty() && ByteSearch(CgiName(), LetterCase::kExact).Find(text) != ByteSearch::kNone;
-  Taking taking{text, page, BaseOf(file, page.base), PageValues(text), may_be_cgi};
+  const bool leads = ignore_files_.empty() || !IsIgnored(file);
+  Taking taking{text, page, BaseOf(file, page.base), PageValues(text), may_be_cgi, leads};
+  page.hides_anchors = IsUtf16(text);
   std::vector<std::string> maps;
   TakeAnchors(taking, maps);
   for (const PageLink& link : links_.links) {
@@ -117,7 +136,9 @@ SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStam
       continue;
     }
     const std::string_view value = taking.values.Read(link.value, link.spelling, memory_);
-    if (!value.starts_with('#') || std::find(maps.begin(), maps.end(), value.substr(1)) == maps.end()) {
+    const std::size_t hash = value.find('#');
+    const bool is_name = hash != std::string_view::npos;
+    if (!is_name || std::find(maps.begin(), maps.end(), value.substr(hash + 1)) == maps.end()) {
       page.faults.push_back(taking.Doubt(PageDoubt::What::kMap, link.value, link.spelling));
     }
   }
@@ -134,6 +155,10 @@ PageDoubt SiteIndex::Taking::Doubt(PageDoubt::What what, std::string_view value,
 
 void SiteIndex::TakeAnchors(Taking& taking, std::vector<std::string>& maps) {
   for (const PageAnchor& anchor : links_.anchors) {
+    if (!taking.values.CanRead(anchor.value)) {
+      taking.page.hides_anchors = true;
+      continue;
+    }
     const std::string_view name = taking.values.Read(anchor.value, Spelling::kAttribute, memory_);
     if (anchor.is_map) {
       maps.emplace_back(name);
@@ -154,11 +179,13 @@ void SiteIndex::TakeLink(const PageLink& link, Taking& taking) {
   if (address.kind == WebAddress::Kind::kElsewhere || IsPassedOver(value, taking.may_be_cgi)) return;
   const PageDoubt doubt = taking.Doubt(PageDoubt::What::kLink, link.value, link.spelling);
   if (address.kind == WebAddress::Kind::kFile) return page.faults.push_back(doubt);
-  if (taking.base.is_elsewhere) return;
-  const SiteTarget* const target =
-      plain ? RecentTargetOf(address, taking.base) : TargetOf(address, taking.base);
+  const bool is_local = IsLocal(value, link.spelling);
+  if (taking.base.is_elsewhere && !is_local) return;
+  const SiteTarget* const target = is_local ? taking.base.page_itself
+                                   : plain  ? RecentTargetOf(address, taking.base)
+                                            : TargetOf(address, taking.base);
   if (target == nullptr) return;
-  MarkLinked(taking.base, target->file, page);
+  if (taking.leads) MarkLinked(taking.base, target->file, page);
   if (target->fault || target->has_upper_case) page.faults.push_back(doubt);
   if (target->fault || target->file == nullptr || IsAlwaysThere(address.fragment)) return;
   const auto begin = static_cast<std::uint32_t>(page.fragment_texts.size());
@@ -215,9 +242,8 @@ bool SiteIndex::HasFragment(SiteEntry& file, std::string_view fragment) {
   const SitePage& page = PageOf(file);
   if (!page.reading.ok() || page.anchors.Has(fragment)) return page.reading.ok();
   if (form == PageForm::kXml && IsViewOfPicture(fragment)) return true;
-  if (fragment.find('%') == std::string_view::npos) return false;
   const std::string decoded = PercentDecoded(fragment);
-  return IsAlwaysThere(decoded) || page.anchors.Has(decoded);
+  return IsAlwaysThere(decoded) || page.anchors.Has(decoded) || page.hides_anchors;
 }
 
 Status SiteIndex::Examine(const std::string& path) {
@@ -229,7 +255,7 @@ SiteIndex::Base SiteIndex::BaseOf(SiteEntry& page, const std::optional<std::stri
   Base found;
   found.page = &page;
   std::vector<std::string> own = SiteTree::NamesOf(page);
-  found.own = &Remember(own, false, false);
+  found.own = found.page_itself = &Remember(own, false, false);
   own.pop_back();
   found.names = std::move(own);
   if (base) {
@@ -245,8 +271,7 @@ SiteIndex::Base SiteIndex::BaseOf(SiteEntry& page, const std::optional<std::stri
       found.names = std::move(path.names);
     }
   }
-  found.folder = Joined(found.names);
-  if (!found.folder.empty()) found.folder += '/';
+  found.folder = Joined(found.names, true);
   return found;
 }
 
@@ -266,7 +291,7 @@ bool SiteIndex::IsPassedOver(std::string_view link, bool may_be_cgi) {
   return !ignore_links_.empty() && ignore_links_.MatchText(link);
 }
 
-JudgedLink SiteIndex::Judge(std::string_view link, const Base& base) {
+JudgedLink SiteIndex::Judge(std::string_view link, Spelling spelling, const Base& base) {
   std::string memory;
   const WebAddress address = SplitAddress(link, memory);
   JudgedLink judged;
@@ -275,8 +300,9 @@ JudgedLink SiteIndex::Judge(std::string_view link, const Base& base) {
     judged.fault = FindingKind::kFileLink;
     return judged;
   }
-  if (base.is_elsewhere) return judged;
-  judged.target = TargetOf(address, base);
+  const bool is_local = IsLocal(link, spelling);
+  if (base.is_elsewhere && !is_local) return judged;
+  judged.target = is_local ? base.page_itself : TargetOf(address, base);
   if (judged.target == nullptr) return judged;
   judged.fault = judged.target->fault;
   SiteEntry* const file = judged.target->file;
@@ -294,7 +320,8 @@ const SiteTarget* SiteIndex::TargetOf(const WebAddress& address, const Base& bas
     const bool is_joined = address.is_simple && JoinSimple(address.path, base.folder, key_);
     target = is_joined ? &OfPlainPath() : &OfPath(address.path, base.names);
   }
-  return !ignore_links_.empty() && ignore_links_.Match(Joined(target->names)) ? nullptr : target;
+  return !ignore_links_.empty() && ignore_links_.Match(Joined(target->names, target->names_folder)) ? nullptr
+                                                                                                    : target;
 }
 
 // The target of the path in `key_`.
@@ -346,7 +373,7 @@ void SiteIndex::Follow(SiteTarget& target, bool leaves_site) {
       if (target.file != nullptr) target.fault = FindingKind::kLetterCase;
     }
   }
-  if (target.fault && allow_missing_.Match(Joined(target.names))) {
+  if (target.fault && allow_missing_.Match(Joined(target.names, target.names_folder))) {
     target.fault.reset();
     target.file = nullptr;
   }
@@ -354,17 +381,23 @@ void SiteIndex::Follow(SiteTarget& target, bool leaves_site) {
   if (target.fault) target.has_upper_case = false;
 }
 
-// The entry with the same names but for letter case.
+// The entry with the same names but for letter case: of several the first, in which names that are right come
+// before others.
 SiteEntry* SiteIndex::FindAnyCase(SiteTarget& target) {
-  SiteEntry* entry = &tree_.root();
+  std::vector<SiteEntry*> entries{&tree_.root()};
   for (const std::string& name : target.names) {
-    SiteEntry* const exact = tree_.Child(*entry, name);
-    const auto others = tree_.AnyCase(*entry, name);
-    if (exact == nullptr && others.empty()) return nullptr;
-    target.is_ambiguous = target.is_ambiguous || others.size() > 1;
-    entry = exact != nullptr ? exact : others.front();
+    std::vector<SiteEntry*> next;
+    for (SiteEntry* const folder : entries) {
+      SiteEntry* const exact = tree_.Child(*folder, name);
+      if (exact != nullptr) next.push_back(exact);
+      for (SiteEntry* const other : tree_.AnyCase(*folder, name)) {
+        if (other != exact) next.push_back(other);
+      }
+    }
+    entries = std::move(next);
   }
-  return entry;
+  target.is_ambiguous = entries.size() > 1;
+  return entries.empty() ? nullptr : entries.front();
 }
 
 // The file that an entry stands for: itself, or the index file of a folder. Null with a fault when there is

@@ -12,6 +12,7 @@
 
 #include "engine/anchor_set.h"
 #include "engine/byte_buffer.h"
+#include "engine/declared_encoding.h"
 #include "engine/file_filter.h"
 #include "engine/files.h"
 #include "engine/finding_kinds.h"
@@ -36,15 +37,18 @@ class PageValues {
   /// `memory` is used where the text is not what stands in the page.
   std::string_view Read(std::string_view value, Spelling spelling, std::string& memory);
 
+  /// By what it says, and by what its bytes are when it says nothing.
   PageEncoding encoding();
 
   /// Finds out all about the page now, so that it need not be there any more.
   void LookAtPage();
 
  private:
+  DeclaredEncoding declared();
+
   std::string_view page_;
   std::optional<PageEncoding> encoding_;
-  std::optional<bool> is_known_;
+  std::optional<DeclaredEncoding> declared_;
 };
 
 /// Where the path of a link leads.
@@ -83,6 +87,7 @@ struct SitePage {
   Status reading;
   FileStamp stamp;
   AnchorSet anchors;
+  bool hides_anchors = false;       // it is not known what all of its anchors are called
   std::optional<std::string> base;  // as it stands in the page
   std::vector<PageDoubt> faults;
   struct FragmentLink {
@@ -125,15 +130,16 @@ class SiteIndex {
   /// What the links of a page are relative to.
   struct Base {
     SiteEntry* page = nullptr;
-    bool is_elsewhere = false;        // on another server
-    std::string folder;               // from the site's root on, "" or with "/" at its end
-    std::vector<std::string> names;   // the same, taken apart
-    const SiteTarget* own = nullptr;  // what an empty path leads to
+    bool is_elsewhere = false;                // on another server
+    std::string folder;                       // from the site's root on, "" or with "/" at its end
+    std::vector<std::string> names;           // the same, taken apart
+    const SiteTarget* own = nullptr;          // what an empty path leads to,
+    const SiteTarget* page_itself = nullptr;  // and what it does in a style
   };
   Base BaseOf(SiteEntry& page, const std::optional<std::string>& base);
 
-  /// Judges a link whose spelling is resolved, UTF-8.
-  JudgedLink Judge(std::string_view link, const Base& base);
+  /// Judges a link whose spelling, which was `spelling`, is resolved; UTF-8.
+  JudgedLink Judge(std::string_view link, Spelling spelling, const Base& base);
 
   /// Whether a fragment (percent-encoded) of a file leads somewhere.
   bool HasFragment(SiteEntry& file, std::string_view fragment);
@@ -165,6 +171,7 @@ class SiteIndex {
     Base base;
     PageValues values;
     bool may_be_cgi;
+    bool leads;  // what it links to is linked
 
     PageDoubt Doubt(PageDoubt::What what, std::string_view value, Spelling spelling) const;
   };

@@ -19,7 +19,8 @@ bool Matches(std::string_view pattern, std::string_view path) {
   std::size_t stars_pos = 0;
   while (pos < path.size() || at < pattern.size()) {
     if (pattern.substr(at, 2) == "**") {
-      at += pattern.substr(at, 3) == "**/" ? 3 : 2;
+      const bool begins_name = at == 0 || pattern[at - 1] == '/';
+      at += begins_name && pattern.substr(at, 3) == "**/" ? 3 : 2;
       stars = at;
       stars_pos = pos;
       star = kNone;
@@ -62,8 +63,8 @@ bool Matches(std::string_view pattern, std::string_view path) {
 
 SitePatterns::SitePatterns(const std::vector<std::string>& patterns) {
   for (std::string text : patterns) {
-    if (text.starts_with('/')) text.erase(0, 1);
     const bool names_only = text.find('/') == std::string::npos && text.find("**") == std::string::npos;
+    if (text.starts_with('/')) text.erase(0, 1);
     if (text.ends_with('/')) text += "**";
     if (!text.empty()) patterns_.push_back({std::move(text), names_only});
   }

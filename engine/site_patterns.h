@@ -9,8 +9,8 @@ namespace tessaril {
 
 /// The patterns of a site's rules: "*" stands for any run of characters but "/", "**" for any run at all,
 /// "?" for one character but "/". A pattern without "/" is matched against the last name of a path, one with
-/// "/" against the whole path from the site's root on; a "/" at its start makes no difference, one at its end
-/// means everything in that folder. Letter case counts.
+/// "/" against the whole path from the site's root on, where it may begin with one; a "/" at its end means
+/// that folder and everything in it. Letter case counts.
 class SitePatterns {
  public:
   SitePatterns() = default;

@@ -167,20 +167,22 @@ SitePath ResolveSitePath(std::string_view path, const std::vector<std::string>& 
       if (name == ".." && resolved.names.empty()) resolved.leaves_site = true;
       if (name == ".." && !resolved.names.empty()) resolved.names.pop_back();
       resolved.names_folder = true;
-    } else if (!name.empty()) {
+    } else {
       resolved.names.push_back(std::move(name));
     }
   }
+  // An empty name is one for "..", and none for the server.
+  std::erase(resolved.names, "");
   return resolved;
 }
 
 std::string EncodedName(std::string_view name) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
-  constexpr std::string_view kSpecial = " \"#%<>?\\`{}'&";
+  constexpr std::string_view kSpecial = " \"#%<>?\\`{}'&()";
   std::string encoded;
   for (const char c : name) {
     const auto code = static_cast<unsigned char>(c);
-    if (code > ' ' && code != 0x7F && kSpecial.find(c) == std::string_view::npos) {
+    if (code > ' ' && code < 0x7F && kSpecial.find(c) == std::string_view::npos) {
       encoded += c;
     } else {
       encoded += '%';

@@ -46,7 +46,8 @@ struct SitePath {
 /// and ".." are resolved. A backslash is a separator, as browsers take it. An empty path is the folder.
 SitePath ResolveSitePath(std::string_view path, const std::vector<std::string>& folder);
 
-/// A file's name as a link writes it: what would end or change it there is percent-encoded, the rest stands.
+/// A file's name or an anchor as a link of a page or style sheet writes it: all that could mean something
+/// else there, and what is beyond ASCII, is percent-encoded.
 std::string EncodedName(std::string_view name);
 
 }  // namespace tessaril
