@@ -136,7 +136,9 @@ std::string HelpText(std::string_view command) {
   text += "\n" + Wrapped(kPathMeaning, 90) + "\nOptions:\n";
   for (const OptionRow& option : AllOptions()) {
     if (known != nullptr && !Applies(option, *known)) continue;
-    text += "  " + Padded(OptionWithValue(option), kColumn - 2) + std::string(option.help);
+    const std::string written = "  " + OptionWithValue(option);
+    text += written.size() < kColumn ? Padded(written, kColumn) : written + "\n" + std::string(kColumn, ' ');
+    text += option.help;
     text += known != nullptr || option.only.empty() ? "\n" : " [" + OnlyFor(option) + "]\n";
   }
   for (const auto& [name, meaning] : kAlways) {

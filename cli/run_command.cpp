@@ -20,13 +20,14 @@
 #include "cli/output.h"
 #include "cli/person.h"
 #include "cli/places.h"
-#include "cli/site_choice.h"
+#include "cli/site_path.h"
 #include "cli/terminal_host.h"
 #include "cli/transcript.h"
 #include "engine/disk_files.h"
 #include "engine/paths.h"
 #include "engine/search_run.h"
 #include "engine/start_places.h"
+#include "site/site_choice.h"
 
 namespace tessaril {
 namespace {

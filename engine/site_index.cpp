@@ -99,6 +99,11 @@ SiteIndex::SiteIndex(Files& files, const RunOptions& options, std::function<bool
       allow_missing_(rules().allow_missing),
       keeps_ways_(!rules().start.empty()) {}
 
+SiteEntry* SiteIndex::FileAt(std::string_view path) {
+  const SiteTarget& target = OfPath(path, {});
+  return target.fault ? nullptr : target.file;
+}
+
 PageForm SiteIndex::FormOf(const SiteEntry& file) const {
   const PageForm form = FormOfName(file.name);
   return form == PageForm::kNone && filter_.Lists(file.name) ? FormOfListed(file.name) : form;

@@ -112,6 +112,10 @@ class SiteIndex {
 
   SiteTree& tree() { return tree_; }
 
+  /// The file that a path from the site's root on leads to, the index file for a folder; null when there is
+  /// none.
+  SiteEntry* FileAt(std::string_view path);
+
   /// As what a file is read: by its name, and when that says nothing, because the run's filter lists it.
   PageForm FormOf(const SiteEntry& file) const;
 

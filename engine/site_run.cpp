@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "engine/site_patterns.h"
-#include "engine/web_address.h"
 
 namespace tessaril {
 
@@ -31,8 +30,7 @@ void SiteRun::MarkByWays(const std::vector<std::string>& start) {
   tree.ForEachFile(tree.root(), [](SiteEntry& file) { file.is_linked = false; });
   std::vector<SiteEntry*> open;
   for (const std::string& path : start) {
-    SiteEntry* const page = tree.Find(ResolveSitePath(path, {}).names);
-    if (page != nullptr && page->is_file()) open.push_back(page);
+    if (SiteEntry* const page = index.FileAt(path)) open.push_back(page);
   }
   while (!open.empty()) {
     SiteEntry* const page = open.back();
@@ -66,6 +64,14 @@ void SiteRun::LookForUnlinked(const std::string& folder) {
     (is_page ? unlinked_ : others).push_back(tree.PathOf(file));
   });
   unlinked_.insert(unlinked_.end(), others.begin(), others.end());
+}
+
+std::string MissingStartPage(Files& files, const RunOptions& options) {
+  SiteIndex index(files, options, [] { return true; });
+  for (const std::string& path : options.site->rules.start) {
+    if (index.FileAt(path) == nullptr) return path;
+  }
+  return {};
 }
 
 }  // namespace tessaril

@@ -44,6 +44,9 @@ class SiteRun {
   std::vector<std::string> unlinked_;
 };
 
+/// The first of the start pages in the rules of the site to which no file belongs; empty when there is none.
+std::string MissingStartPage(Files& files, const RunOptions& options);
+
 }  // namespace tessaril
 
 #endif  // TESSARIL_ENGINE_SITE_RUN_H_

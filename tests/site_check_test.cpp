@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "engine/search_run.h"
+#include "engine/site_patterns.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/script_host.h"
 
@@ -91,6 +92,11 @@ TEST_F(SiteTest, FindsLinksWhereABrowserDoes) {
       {"<svg><p><style>/*</style><img src=a>", {"a"}},  // the paragraph ends the picture
       {"<a href=http://x/no><a href=//x/no><a href=mailto:no><a href=JavaScript:no><a href='data:,no'>", {}},
       {"<a href=\"\"><a href=?q><a href=#><a href='p.html?q#'>", {}},
+      {"<template><a href=no><style>x{y:url(no)}</style></template><template shadowrootmode=open><img src=a>",
+       {"a"}},
+      {"<link rel=canonical href=no><link rel=next href=a><input src=no><input type=Image src=b>",
+       {"a", "b"}},
+      {"<meta http-equiv=refresh content='0;url=&quot;a&quot;'>", {"a"}},
       {"<a href=a", {}},
       {"<a href='a><p>", {}},
   };
@@ -150,6 +156,8 @@ TEST_F(SiteTest, FollowsPathsAsTheURLStandardDoes) {
       {"sub/index.htm", "missing-file -> sub/index.html"},
       {"sub/index.txt", "missing-file"},
       {"cgi-bin/x", ""},
+      {"sub//../index.html", ""},  // the empty name goes
+      {"only/HERE.html", "letter-case -> only/here.html"},
   };
   for (const Row& row : rows) {
     const Lines found = FindOn("<a href=\"" + row.link + "\">");
@@ -170,6 +178,48 @@ TEST_F(SiteTest, FollowsPathsAsTheURLStandardDoes) {
   EXPECT_EQ(FindOn("<a href='a&amp;b/CASE.html'>"), Lines{"1:10 missing-file a&amp;b/CASE.html"});
 }
 
+TEST_F(SiteTest, ReadsPagesInTheirEncodings) {
+  Put("caf\xC3\xA9.html", "");
+  Put("utf16.html", std::string("\xFF\xFE<\0p\0", 6));
+  Put("cyrillic.html", "<meta charset=windows-1251><p id=\xE8>");
+  // A page that says so is UTF-8, whatever else is on it.
+  EXPECT_EQ(FindOn("<meta charset=utf-8>\xE9<a href=caf\xC3\xA9.html><a href='#%C3%A9'><p id=\xC3\xA9>"),
+            Lines());
+  EXPECT_EQ(FindOn("<a href=utf16.html#x><a href=cyrillic.html#%D0%B8><a href=cyrillic.html#x>"), Lines());
+}
+
+TEST_F(SiteTest, ProposesLinksThatHoldWhereTheyStand) {
+  Put("d/one (1).png", "");
+  Put("d/Two(2).png", "");
+  Put("d/\xE4"
+      "B.html",
+      "");
+  Put("d/a'b.html", "");
+  Put("Up/Folder/index.html", "");
+  struct Row {
+    std::string page;
+    std::string proposal;
+  };
+  const Row rows[] = {
+      {"<style>a{b:url(d/two%282%29.png)}</style>", "d/Two%282%29.png"},
+      {"<style>a{b:url(two%282%29.png)}</style>", ""},
+      {"<style>a{b:url(Two%282%29.png)}</style>", "d/Two%282%29.png"},
+      {"<p style=\"a:url(D/one\\ \\(1\\).png)\">", "d/one%20%281%29.png"},
+      {"<a href='d/%E4b.html'>", "d/%E4B.html"},
+      {"<a href=\"a'b.html?x&amp;y#z\">", "d/a%27b.html?x&amp;y#z"},
+      {"<a href='up/folder/?q'>", "Up/Folder/?q"},
+      {"<base href=d/><a href='../D/two(2).png'>", "../d/Two(2).png"},
+      {"<base href=d/><a href='one%20(1).PNG'>", "one%20(1).png"},
+      {"<base href=Up/><a href='a%27b.html'>", "../d/a%27b.html"},
+  };
+  for (const Row& row : rows) {
+    const Lines found = FindOn(row.page);
+    ASSERT_EQ(found.size(), 1u) << row.page;
+    const std::size_t arrow = found[0].find(" -> ");
+    EXPECT_EQ(arrow == std::string::npos ? "" : found[0].substr(arrow + 4), row.proposal) << row.page;
+  }
+}
+
 TEST_F(SiteTest, FindsAnchorsExactly) {
   Put("t.html", "<p id=one><a name='Two'><p name=no><map name=m><a id=three name=three><p ID='f&ouml;r'>");
   Put("notes.txt", "");
@@ -185,6 +235,9 @@ TEST_F(SiteTest, FindsAnchorsExactly) {
        {"1:10 missing-anchor t.html#no", "2:10 missing-anchor t.html?x#thre -> t.html?x#three"}},
       {"<img usemap=#m><map name=M>", {"1:13 missing-anchor #m"}},
       {"<img usemap='#m'><map name=m><a href='#m'>", {"1:39 missing-anchor #m"}},
+      {"<img usemap='x#m'><map id=m></map><a href='#m'>", {}},
+      {"<p id=y><template><p id=y><p id=z></template><a href='#z'>", {"1:55 missing-anchor #z -> #y"}},
+      {"<base href=/t.html><svg><g id=g style='a:url(#g)'/></svg><a href='#g'>", {"1:67 missing-anchor #g"}},
       {"<p id=a><p id=b><a name=a><p id=A><!--<p id=b>--><noscript><p id=b></noscript>",
        {"1:25 anchor-twice a"}},
   };
@@ -205,8 +258,82 @@ TEST_F(SiteTest, FollowsTheSitesRules) {
   rules.lowercase_names = true;
   options_.CGIname = "";
   EXPECT_EQ(Run(), (Lines{"p.html:1:44 upper-case-link Up.html", "p.html:1:60 missing-file cgi-bin/no"}));
+  // Where an ignored page leads nothing leads, whether the page is read or not.
+  Put("lone.html", "");
+  Put("old/y.html", "<p id=y><a href=/lone.html>");
+  Put("index.html", "<a href=old/y.html#y>");
+  (void)Run();
+  EXPECT_NE(End("Unlinked files:").find("/site/lone.html"), std::string::npos);
   rules.index = {"Up.html"};
   EXPECT_EQ(FindOn("<a href=/><a href=old>"), Lines{"1:19 no-index-file old"});
+}
+
+TEST_F(SiteTest, VisitsPagesOfAllKinds) {
+  for (const char* name : {"a.xhtml", "b.xht", "c.shtml", "d.css", "e.txt", "f.svg"}) {
+    Put(name, "<script/><a href='dead'/>x{y:url(dead)}");
+  }
+  EXPECT_EQ(Run().size(), 3u);  // in HTML the script goes on
+  options_.cboSearchSpec = "*.htm";
+  EXPECT_EQ(Run(), Lines{"d.css:1:34 missing-file dead"});
+  options_.cboSearchSpec = "*";
+  host_.replies = {true};
+  EXPECT_EQ(Run().size(), 4u);
+}
+
+TEST_F(SiteTest, StopsAndIsCancelledWithoutFurtherAdo) {
+  options_.ShowEach = true;
+  Put("a.html", "<a href=x><a href=y>");
+  Put("b.html", "<a href=z>");
+  host_.answers = {{kStop, "edited in vain"}};
+  EXPECT_EQ(Run(), Lines{"a.html:1:9 missing-file x"});
+  EXPECT_EQ(files_.writes, Lines());
+  EXPECT_EQ(End("*** Stopped ***"), "\r\nin file /site/a.html\r\n");
+  options_.ShowEach = false;
+  for (host_.cancel_at = 1; host_.cancel_at < 12; ++host_.cancel_at) {
+    (void)Run();
+    EXPECT_NE(End("*** Stopped ***"), "") << host_.cancel_at;
+    EXPECT_EQ(state_.Results.find("Unlinked"), std::string::npos);
+  }
+}
+
+TEST(SitePatterns, StayWithinNamesOrCrossFolders) {
+  struct Row {
+    std::string pattern;
+    std::string path;
+    bool matches;
+  };
+  const Row rows[] = {
+      {"*.bak", "a/b.bak", true},
+      {"*.bak", "a.bak/b", false},
+      {"/*.bak", "a/b.bak", false},
+      {"/*.bak", "b.bak", true},
+      {"a/*.html", "a/b.html", true},
+      {"a/*.html", "a/b/c.html", false},
+      {"a/**", "a/b/c", true},
+      {"a/", "a/b/c", true},
+      {"a/**", "ab/c", false},
+      {"**/x.html", "x.html", true},
+      {"**/x.html", "a/b/x.html", true},
+      {"**/x.html", "ax.html", false},
+      {"a/**/x", "a/x", true},
+      {"a/**/x", "a/b/c/x", true},
+      {"a/**/x", "a/bx", false},
+      {"a**/x", "a/x", true},
+      {"a**/x", "abx", false},
+      {"a?c",
+       "a\xC3\xA9"
+       "c",
+       true},
+      {"a?b", "a/b", false},
+      {"**b*c", "a/b/xc", false},
+      {"**b**c", "a/b/xc", true},
+      {"*a*b", "xaxab", true},
+      {"A", "a", false},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(SitePatterns(std::vector<std::string>{row.pattern}).Match(row.path), row.matches)
+        << row.pattern << " " << row.path;
+  }
 }
 
 TEST_F(SiteTest, EndsTheReportWithWhatIsMissingAndUnlinked) {

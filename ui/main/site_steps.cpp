@@ -1,6 +1,7 @@
 // The site file of the open folder, as far as the main window shows it, changes it and runs by it.
 
 #include "engine/paths.h"
+#include "site/site_choice.h"
 #include "site/site_file.h"
 #include "ui/main/main_window.h"
 #include "ui/shared/message_boxes.h"
@@ -50,16 +51,12 @@ void MainWindow::RemoveSiteRules() {
   ShowRules();
 }
 
-// No run is made on rules that are only half understood: false when the site file is not valid, which is
-// told.
+// No run is made on rules that are only half understood: false when the site file does not do, which is told.
 bool MainWindow::TakeSite(RunOptions& options) {
-  std::optional<Site> site;
-  const Status loaded = LoadSite(session_.files, options.dirList, site);
+  const Status chosen = ChooseSite(std::nullopt, session_.files, options);
   ShowRules();
-  if (!loaded.ok()) Tell(this, loaded.reason());
-  if (site && site->rules.rules == Rules::kToday && HasRules(options.function))
-    options.site = std::move(site);
-  return loaded.ok();
+  if (!chosen.ok()) Tell(this, chosen.reason());
+  return chosen.ok();
 }
 
 // Without a site file nothing is shown.

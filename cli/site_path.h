@@ -1,11 +1,10 @@
-#ifndef TESSARIL_CLI_SITE_CHOICE_H_
-#define TESSARIL_CLI_SITE_CHOICE_H_
+#ifndef TESSARIL_CLI_SITE_PATH_H_
+#define TESSARIL_CLI_SITE_PATH_H_
 
 #include <optional>
 #include <string>
 
-#include "engine/files.h"
-#include "engine/run.h"
+#include "engine/site_rules.h"
 #include "engine/status.h"
 
 // The site that a run belongs to, and what `tsl` does with its file.
@@ -20,10 +19,6 @@ Status MakeSiteFile(const std::string& given, std::string& path);
 /// command line says, makes it of no matter.
 std::string SiteFileOfRun(const std::string& folder, std::optional<Rules> rules);
 
-/// Fills in the site whose rules the run in `options.dirList` goes by: those of its site file, or as `rules`
-/// says. A site file that is not valid is a failure whatever the function; the reason names it.
-Status ChooseSite(std::optional<Rules> rules, Files& files, RunOptions& options);
-
 }  // namespace tessaril
 
-#endif  // TESSARIL_CLI_SITE_CHOICE_H_
+#endif  // TESSARIL_CLI_SITE_PATH_H_

@@ -1,4 +1,4 @@
-#include "cli/site_choice.h"
+#include "cli/site_path.h"
 
 #include <sys/stat.h>
 
@@ -24,20 +24,6 @@ Status MakeSiteFile(const std::string& given, std::string& path) {
 
 std::string SiteFileOfRun(const std::string& folder, std::optional<Rules> rules) {
   return rules == Rules::kClassic ? "" : FindSiteFile(folder);
-}
-
-Status ChooseSite(std::optional<Rules> rules, Files& files, RunOptions& options) {
-  options.site.reset();
-  if (rules == Rules::kClassic) return {};
-  std::optional<Site> site;
-  if (Status status = LoadSite(files, options.dirList, site); !status.ok()) return status;
-  if (options.function != Function::kLinks && options.function != Function::kEntities) return {};
-  if (rules == Rules::kToday) {
-    if (!site) site = Site{options.dirList, {}};
-    site->rules.rules = Rules::kToday;
-  }
-  if (site && site->rules.rules == Rules::kToday) options.site = std::move(site);
-  return {};
 }
 
 }  // namespace tessaril
