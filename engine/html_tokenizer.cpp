@@ -212,12 +212,10 @@ void HtmlTokenizer::NoteStartTag() {
       {"script", Inside::kScript},       {"style", Inside::kRaw},  {"title", Inside::kReferences},
       {"textarea", Inside::kReferences}, {"iframe", Inside::kRaw}, {"noembed", Inside::kRaw},
       {"noframes", Inside::kRaw},        {"xmp", Inside::kRaw},    {"plaintext", Inside::kRest}};
-  constexpr std::size_t kShortest = 3;
-  constexpr std::string_view kInitials = "stinxp";
-  if (name_.size() < kShortest || kInitials.find(ToLower(name_[0])) == std::string_view::npos) return;
   if (is_foreign_element) return;
+  const char initial = ToLower(name_[0]);
   for (const Row& row : kRows) {
-    if (row.name.size() != name_.size() || !EqualsLower(name_, row.name)) continue;
+    if (row.name.size() != name_.size() || row.name[0] != initial || !EqualsLower(name_, row.name)) continue;
     inside_ = row.inside;
     inside_name_ = row.name;
   }

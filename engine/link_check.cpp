@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "engine/ascii.h"
+#include "engine/excerpt.h"
 #include "engine/page_encoding.h"
 #include "engine/page_findings.h"
 #include "engine/paths.h"
@@ -19,9 +20,6 @@ constexpr std::string_view kInternalFile = "Link to internal file!";
 constexpr std::string_view kUpperCase =
     "Found UPPERcase characters in link filename! Correct manually to lowercase if suitable!";
 constexpr std::string_view kUpperCaseFile = "Found UPPERcase characters in a linked file's filename!";
-
-constexpr std::size_t kExcerptBefore = 21;  // bytes in front of a link
-constexpr std::size_t kExcerptMore = 101;   // bytes of an excerpt besides those of the link
 
 }  // namespace
 
@@ -124,9 +122,7 @@ bool LinkCheck::VerifyTarget(const Link& link, LinkTarget& target, std::string_v
 bool LinkCheck::ReportLinkError(const Link& link, FindingKind kind, std::string_view error) {
   PageText& text = page_.text();
   page_.NoteFinding(kind, link.start, link.end, error);
-  const std::size_t first = link.start - std::min(link.start, kExcerptBefore);
-  const std::size_t length = link.end - link.start + kExcerptMore;
-  const auto [begin, end] = text.WholeCharacters(first, first + length);
+  const auto [begin, end] = ExcerptOf(text, link.start, link.end);
   excerpt_.clear();
   text.AppendSlice(begin, end, excerpt_);
   page_.BeginEntry(error.size() + excerpt_.size());

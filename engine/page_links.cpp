@@ -42,6 +42,18 @@ constexpr AttributeRow kAttributes[] = {
 };
 constexpr std::string_view kForeignLink = "xlink:href";
 
+// Whether one of these names begins so.
+constexpr std::array<bool, 256> MakeInitials() {
+  std::array<bool, 256> initials{};
+  for (const AttributeRow& row : kAttributes) {
+    initials[static_cast<unsigned char>(row.name[0])] = true;
+    initials[static_cast<unsigned char>(ToUpper(row.name[0]))] = true;
+  }
+  initials['x'] = initials['X'] = true;
+  return initials;
+}
+constexpr std::array<bool, 256> kInitials = MakeInitials();
+
 constexpr std::string_view kBlanks = " \t\n\f\r";
 
 std::string_view Stripped(std::string_view value) {
@@ -74,6 +86,7 @@ class Reading {
 
  private:
   void TakeStartTag();
+  void TakeTemplate();
   bool IsFollowed() const;
   bool IsLoaded(const AttributeRow& row) const;
   void TakeAttribute(const HtmlAttribute& attribute);
@@ -129,19 +142,32 @@ void Reading::Run() {
 void Reading::TakeStartTag() {
   const std::string_view name = tokens_.name();
   is_style_ = false;
-  constexpr std::size_t kShortest = 4;
-  if (name.size() >= kShortest) {
-    // A template with a shadow root is shown where it stands.
-    const bool is_template = EqualsLower(name, "template") && !tokens_.is_foreign();
-    if (is_template && (templates_ > 0 || Find("shadowrootmode") == nullptr)) ++templates_;
-    if (templates_ > 0) return;
-    if (EqualsLower(name, "style")) is_style_ = !tokens_.is_self_closing() || !tokens_.is_foreign();
-    if (EqualsLower(name, "noscript")) ++unscripted_;
-    if (EqualsLower(name, "base")) TakeBase();
-    if (EqualsLower(name, "meta")) TakeRefresh();
+  switch (name.size()) {
+    case 4:
+      if (templates_ > 0) break;
+      if (EqualsLower(name, "base")) TakeBase();
+      if (EqualsLower(name, "meta")) TakeRefresh();
+      break;
+    case 5:
+      if (EqualsLower(name, "style")) is_style_ = !tokens_.is_self_closing() || !tokens_.is_foreign();
+      break;
+    case 8:
+      if (EqualsLower(name, "noscript")) ++unscripted_;
+      if (EqualsLower(name, "template")) TakeTemplate();
+      break;
+    default:
+      break;
   }
-  if (templates_ > 0) return;
+  if (templates_ > 0) {
+    is_style_ = false;
+    return;
+  }
   for (const HtmlAttribute& attribute : tokens_.attributes()) TakeAttribute(attribute);
+}
+
+// One with a shadow root is shown where it stands.
+void Reading::TakeTemplate() {
+  if (!tokens_.is_foreign() && (templates_ > 0 || Find("shadowrootmode") == nullptr)) ++templates_;
 }
 
 // Some `link` elements are for search engines only.
@@ -164,10 +190,9 @@ bool Reading::IsLoaded(const AttributeRow& row) const {
 void Reading::TakeAttribute(const HtmlAttribute& attribute) {
   const std::string_view name = attribute.name;
   if (name.size() == 2 || (name.size() == 4 && (name[0] | 0x20) == 'n')) return TakeAnchor(attribute);
-  // The initials and sizes of the names below, before any of them is compared.
-  constexpr std::string_view kInitials = "hsipdafcblumx";
-  if (name.size() < 3 || kInitials.find(ToLower(name[0])) == std::string_view::npos || name == "class")
-    return;
+  // Initials and sizes of the names below, before any of them is compared.
+  constexpr std::size_t kShortest = 3;
+  if (name.size() < kShortest || !kInitials[static_cast<unsigned char>(name[0])] || name == "class") return;
   for (const AttributeRow& row : kAttributes) {
     if (row.name.size() != name.size() || !EqualsLower(name, row.name)) continue;
     if (!IsLoaded(row)) return;

@@ -12,6 +12,20 @@ std::size_t CountColumns(std::string_view bytes, PageEncoding encoding) {
   return bytes.size() - static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), IsContinuation));
 }
 
+// Counted in stretches that a byte can count, so that many are compared at once.
+std::size_t CountLineFeeds(std::string_view text) {
+  constexpr std::size_t kMostInByte = 255;
+  std::size_t count = 0;
+  while (!text.empty()) {
+    unsigned char here = 0;
+    const std::string_view stretch = text.substr(0, kMostInByte);
+    for (const char c : stretch) here = static_cast<unsigned char>(here + (c == '\n' ? 1 : 0));
+    count += here;
+    text.remove_prefix(stretch.size());
+  }
+  return count;
+}
+
 // The place behind the first line end in `before` from `begin` on; npos when there is none. A CR at the very
 // end is one half of a line end when LF follows, which the next look will find.
 std::size_t BehindLineEnd(std::string_view before, std::size_t begin, bool is_followed_by_lf) {
@@ -47,7 +61,7 @@ PagePlaces::Known PagePlaces::GoOn(PageText& page, const Known& from, std::size_
     const std::size_t mark = before.rfind('\n');
     if (mark != std::string_view::npos) {
       begin = mark + 1;
-      place = {place.line + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')), 1};
+      place = {place.line + CountLineFeeds(before), 1};
     }
   } else {
     const bool is_followed_by_lf = text.substr(before.size()).starts_with('\n');

@@ -8,6 +8,7 @@
 #include "engine/file_filter.h"
 #include "engine/folder_walk.h"
 #include "engine/run_report.h"
+#include "engine/site_check.h"
 #include "engine/site_run.h"
 
 namespace tessaril {
@@ -92,7 +93,8 @@ RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const Ru
   const FunctionRow& function = RowOf(options.function);
   RunContext run{files, host, options, state, entities, searched, {}};
   if (options.JudgesByToday() && options.function == Function::kLinks) {
-    run.site = std::make_shared<SiteRun>(files, options, [&run] { return run.HandleInput(); });
+    run.site =
+        std::make_shared<SiteRun>(files, options, !PutsToUser(run), [&run] { return run.HandleInput(); });
   }
   FolderWalk(run, function.worker).WalkFolder(options.dirList);
   LookForUnlinked(run);

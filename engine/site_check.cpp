@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/ascii.h"
+#include "engine/excerpt.h"
 #include "engine/html_page.h"
 #include "engine/page_encoding.h"
 #include "engine/report_pieces.h"
@@ -14,6 +15,11 @@
 
 namespace tessaril {
 namespace {
+
+std::string ErrorText(const SiteFinding& finding, const PagePlace& place) {
+  return finding.message + ", line " + std::to_string(place.line) + ", column " +
+         std::to_string(place.column);
+}
 
 // The check of one page that has findings.
 class SiteCheck {
@@ -24,9 +30,6 @@ class SiteCheck {
   Status Run();
 
  private:
-  bool WantsProposals() const {
-    return run_.options.ShowEach || run_.options.AcceptCertain || run_.host.WantsFindings();
-  }
   void Find(std::size_t from);
   bool Report(const SiteFinding& finding);
   bool PutToUser(const SiteFinding& finding, const std::string& error, const PageText::Span& span,
@@ -65,18 +68,15 @@ Status SiteCheck::Run() {
 }
 
 void SiteCheck::Find(std::size_t from) {
-  findings_ = finder_.Find(page_.text().Tail(0), from, WantsProposals());
+  findings_ = finder_.Find(page_.text().Tail(0), from, PutsToUser(run_));
   next_ = 0;
   shift_ = 0;
 }
 
 // False when the check of the page ends.
 bool SiteCheck::Report(const SiteFinding& finding) {
-  constexpr std::size_t kBefore = 21;  // bytes of the excerpt in front of a link,
-  constexpr std::size_t kMore = 101;   // and besides those of the link in all
   PageText& text = page_.text();
-  const std::size_t first = finding.begin - std::min(finding.begin, kBefore);
-  const PageText::Span span = text.WholeCharacters(first, first + (finding.end - finding.begin) + kMore);
+  const PageText::Span span = ExcerptOf(text, finding.begin, finding.end);
   const PagePlace place = page_.PlaceOf(finding.begin);
   const std::string error =
       finding.message + ", line " + std::to_string(place.line) + ", column " + std::to_string(place.column);
@@ -143,7 +143,7 @@ void SiteCheck::GoOnBehind(const SiteFinding& finding, bool as_proposed, std::si
   }
   shift_ += finding.proposal->size() - (finding.end - finding.begin);
   const PageLink corrected{*finding.proposal, finding.spelling};
-  std::optional<SiteFinding> again = finder_.Judge(corrected, finding.begin, WantsProposals());
+  std::optional<SiteFinding> again = finder_.Judge(corrected, finding.begin, PutsToUser(run_));
   if (!again) return;
   again->is_certain = false;
   (void)Report(*again);
@@ -159,7 +159,28 @@ Status SiteCheck::WriteAll() {
   return status;
 }
 
+// A page whose report was kept when it was read.
+void Tell(SiteEntry& file, RunContext& run) {
+  const SitePage& known = *file.page;
+  HtmlPage page(run.state.RunFile, run);
+  SiteFinder finder(file, *run.site);
+  for (std::size_t i = 0; i < known.faults.size(); ++i) {
+    const SitePage::Words& words = known.words[i];
+    const std::string_view value = std::string_view(words.excerpt).substr(words.value, known.faults[i].size);
+    for (const SiteFinding& finding : finder.Of(known.faults[i], value, {known.encoding, known.declared})) {
+      const std::string error = ErrorText(finding, words.place);
+      page.BeginEntry(error.size() + words.excerpt.size());
+      AppendLinkError(error, words.excerpt, run.state.Results);
+      if (!finding.missing.empty()) run.site->NoteMissing(finding.missing);
+    }
+  }
+}
+
 }  // namespace
+
+bool PutsToUser(const RunContext& run) {
+  return run.options.ShowEach || run.options.AcceptCertain || run.host.WantsFindings();
+}
 
 Status CheckSitePage(RunContext& run) {
   SiteIndex& index = run.site->index;
@@ -170,6 +191,10 @@ Status CheckSitePage(RunContext& run) {
   if (const Status& reading = file->page->reading; !reading.ok())
     return run.state.StopRequested ? Status() : reading;
   if (is_in_order) return {};
+  if (!PutsToUser(run) && file->page->words.size() == file->page->faults.size()) {
+    Tell(*file, run);
+    return {};
+  }
   HtmlPage page(run.state.RunFile, run);
   if (Status status = page.Read(); !status.ok()) return status;
   if (page.stamp() != file->page->stamp) index.Take(*file, page.text().Tail(0), page.stamp());

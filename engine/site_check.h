@@ -11,6 +11,9 @@ namespace tessaril {
 /// written; the report then tells what is on the disk.
 Status CheckSitePage(RunContext& run);
 
+/// Whether a run wants more than the words of its report: proposals, or findings for machines.
+bool PutsToUser(const RunContext& run);
+
 }  // namespace tessaril
 
 #endif  // TESSARIL_ENGINE_SITE_CHECK_H_

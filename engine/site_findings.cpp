@@ -23,26 +23,37 @@ std::string SitePathOf(const SiteTarget& target) {
 
 }  // namespace
 
+void SiteFinder::Begin(const PageValues& values) {
+  values_ = values;
+  base_ = site_.index.BaseOf(file_, file_.page->base);
+}
+
 std::vector<SiteFinding> SiteFinder::Find(std::string_view text, std::size_t from, bool with_proposals) {
   const std::vector<PageDoubt>& faults = site_.index.FaultsOf(file_);
-  values_.emplace(text);
-  values_->LookAtPage();
-  base_ = site_.index.BaseOf(file_, file_.page->base);
+  PageValues values(text);
+  values.LookAtPage();
+  Begin(values);
   std::vector<SiteFinding> findings;
-  const auto add = [&findings](std::optional<SiteFinding> finding) {
-    if (finding) findings.push_back(std::move(*finding));
-  };
   for (const PageDoubt& fault : faults) {
-    if (fault.begin < from) continue;
-    const PageLink link{text.substr(fault.begin, fault.size), fault.spelling};
-    if (fault.what != PageDoubt::What::kLink) {
-      add(OfName(fault, link));
-      continue;
-    }
-    add(JudgeCase(link, fault.begin));
-    add(Judge(link, fault.begin, with_proposals));
+    if (fault.begin >= from) Add(fault, text.substr(fault.begin, fault.size), with_proposals, findings);
   }
   return findings;
+}
+
+std::vector<SiteFinding> SiteFinder::Of(const PageDoubt& fault, std::string_view value,
+                                        const PageValues& values) {
+  if (!values_) Begin(values);
+  std::vector<SiteFinding> findings;
+  Add(fault, value, false, findings);
+  return findings;
+}
+
+void SiteFinder::Add(const PageDoubt& fault, std::string_view value, bool with_proposals,
+                     std::vector<SiteFinding>& findings) {
+  const PageLink link{value, fault.spelling};
+  if (fault.what != PageDoubt::What::kLink) return findings.push_back(OfName(fault, link));
+  if (auto finding = JudgeCase(link, fault.begin)) findings.push_back(std::move(*finding));
+  if (auto finding = Judge(link, fault.begin, with_proposals)) findings.push_back(std::move(*finding));
 }
 
 // A map that is not there, or an anchor that is there already.

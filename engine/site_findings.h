@@ -32,11 +32,17 @@ class SiteFinder {
   /// last, in their order.
   std::vector<SiteFinding> Find(std::string_view text, std::size_t from, bool with_proposals);
 
+  /// The findings of one fault of a page that need not be there: `value` is what stands there.
+  std::vector<SiteFinding> Of(const PageDoubt& fault, std::string_view value, const PageValues& values);
+
   /// The finding of one link that begins at `begin`, seen from the page that was given to Find last; nothing
   /// when it is in order.
   std::optional<SiteFinding> Judge(const PageLink& link, std::size_t begin, bool with_proposals);
 
  private:
+  void Begin(const PageValues& values);
+  void Add(const PageDoubt& fault, std::string_view value, bool with_proposals,
+           std::vector<SiteFinding>& findings);
   SiteFinding OfName(const PageDoubt& fault, const PageLink& link);
   std::optional<SiteFinding> JudgeCase(const PageLink& link, std::size_t begin);
   std::string MessageFor(const JudgedLink& judged);

@@ -7,7 +7,10 @@
 #include "engine/ascii.h"
 #include "engine/byte_search.h"
 #include "engine/declared_encoding.h"
+#include "engine/excerpt.h"
 #include "engine/page_encoding.h"
+#include "engine/page_places.h"
+#include "engine/page_text.h"
 #include "engine/paths.h"
 #include "engine/web_address.h"
 
@@ -40,6 +43,10 @@ bool JoinSimple(std::string_view path, std::string_view folder, std::string& key
   if (path.empty()) return false;
   key.assign(folder).append(path);
   return true;
+}
+
+bool IsBefore(const PageDoubt& a, const PageDoubt& b) {
+  return a.begin < b.begin;
 }
 
 // Whether a link of a style names a place of its own page, whatever the base.
@@ -88,9 +95,11 @@ std::string_view PageValues::Read(std::string_view value, Spelling spelling, std
   return memory;
 }
 
-SiteIndex::SiteIndex(Files& files, const RunOptions& options, std::function<bool()> handle_input)
+SiteIndex::SiteIndex(Files& files, const RunOptions& options, bool keeps_words,
+                     std::function<bool()> handle_input)
     : files_(files),
       options_(options),
+      keeps_words_(keeps_words),
       handle_input_(std::move(handle_input)),
       tree_(files, options.site->root),
       filter_(options.cboSearchSpec),
@@ -105,8 +114,11 @@ SiteEntry* SiteIndex::FileAt(std::string_view path) {
 }
 
 PageForm SiteIndex::FormOf(const SiteEntry& file) const {
-  const PageForm form = FormOfName(file.name);
-  return form == PageForm::kNone && filter_.Lists(file.name) ? FormOfListed(file.name) : form;
+  if (!file.form) {
+    const PageForm form = FormOfName(file.name);
+    file.form = form == PageForm::kNone && filter_.Lists(file.name) ? FormOfListed(file.name) : form;
+  }
+  return *file.form;
 }
 
 SitePage& SiteIndex::PageOf(SiteEntry& file) {
@@ -114,7 +126,11 @@ SitePage& SiteIndex::PageOf(SiteEntry& file) {
   FileStamp stamp;
   const Status status =
       handle_input_() ? files_.Read(tree_.PathOf(file), bytes_, stamp) : Status::Failure("Stopped");
-  if (status.ok()) return Take(file, {bytes_.data(), bytes_.size()}, stamp);
+  if (status.ok()) {
+    SitePage& page = Take(file, {bytes_.data(), bytes_.size()}, stamp);
+    if (keeps_words_) KeepWords(page);
+    return page;
+  }
   file.page = std::make_shared<SitePage>();
   file.page->reading = status;
   return *file.page;
@@ -214,6 +230,25 @@ const SiteTarget* SiteIndex::RecentTargetOf(const WebAddress& address, const Bas
   return recent.target;
 }
 
+// Of the page that was read just now.
+void SiteIndex::KeepWords(SitePage& page) {
+  constexpr std::size_t kMost = 8;  // a page with more is read again
+  if (page.faults.empty() || page.faults.size() > kMost) return;
+  PageText text(bytes_);
+  PagePlaces places;
+  std::stable_sort(page.faults.begin(), page.faults.end(), IsBefore);
+  for (const PageDoubt& fault : page.faults) {
+    const PageText::Span span = ExcerptOf(text, fault.begin, fault.begin + fault.size);
+    SitePage::Words& words = page.words.emplace_back();
+    words.place = places.At(text, fault.begin);
+    text.AppendSlice(span.begin, span.end, words.excerpt);
+    words.value = fault.begin - span.begin;
+  }
+  PageValues values(text.Tail(0));
+  page.encoding = values.encoding();
+  page.declared = values.declared();
+}
+
 void SiteIndex::MarkLinked(const Base& base, SiteEntry* file, SitePage& page) {
   if (file == nullptr || file == base.page) return;
   file->is_linked = true;
@@ -231,11 +266,10 @@ const std::vector<PageDoubt>& SiteIndex::FaultsOf(SiteEntry& file) {
     page.fragments = {};
     page.fragment_texts = {};
   }
-  const auto is_before = [](const PageDoubt& a, const PageDoubt& b) { return a.begin < b.begin; };
   const auto is_same = [](const PageDoubt& a, const PageDoubt& b) {
     return a.begin == b.begin && a.what == b.what;
   };
-  std::stable_sort(page.faults.begin(), page.faults.end(), is_before);
+  std::stable_sort(page.faults.begin(), page.faults.end(), IsBefore);
   page.faults.erase(std::unique(page.faults.begin(), page.faults.end(), is_same), page.faults.end());
   return page.faults;
 }

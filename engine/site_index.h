@@ -29,6 +29,7 @@ namespace tessaril {
 class PageValues {
  public:
   explicit PageValues(std::string_view page) : page_(page) {}
+  PageValues(PageEncoding encoding, DeclaredEncoding declared) : encoding_(encoding), declared_(declared) {}
 
   /// Whether it is known what a value stands for: not beyond ASCII on a page in an encoding that is not known
   /// here.
@@ -43,9 +44,9 @@ class PageValues {
   /// Finds out all about the page now, so that it need not be there any more.
   void LookAtPage();
 
- private:
   DeclaredEncoding declared();
 
+ private:
   std::string_view page_;
   std::optional<PageEncoding> encoding_;
   std::optional<DeclaredEncoding> declared_;
@@ -90,6 +91,15 @@ struct SitePage {
   bool hides_anchors = false;       // it is not known what all of its anchors are called
   std::optional<std::string> base;  // as it stands in the page
   std::vector<PageDoubt> faults;
+  // What the report will say of each, where it is kept: then the page need not be read again.
+  struct Words {
+    PagePlace place;
+    std::string excerpt;
+    std::size_t value;  // where the fault stands in the excerpt
+  };
+  std::vector<Words> words;
+  PageEncoding encoding = PageEncoding::kUtf8;  // for the words,
+  DeclaredEncoding declared = DeclaredEncoding::kNone;
   struct FragmentLink {
     PageDoubt link;
     SiteEntry* file;
@@ -106,9 +116,10 @@ struct SitePage {
 /// first asked for, and only what cannot be judged yet is kept of its links.
 class SiteIndex {
  public:
-  /// The options must have a site. `handle_input` is called before each page that is read; when it gives
+  /// The options must have a site. With `keeps_words`, what a report says of pages with few faults is kept.
+  /// `handle_input` is called before each page that is read; when it gives
   /// false the run ends, and what is asked then does not matter.
-  SiteIndex(Files& files, const RunOptions& options, std::function<bool()> handle_input);
+  SiteIndex(Files& files, const RunOptions& options, bool keeps_words, std::function<bool()> handle_input);
 
   SiteTree& tree() { return tree_; }
 
@@ -182,10 +193,12 @@ class SiteIndex {
   void TakeAnchors(Taking& taking, std::vector<std::string>& maps);
   void TakeLink(const PageLink& link, Taking& taking);
   const SiteTarget* RecentTargetOf(const WebAddress& address, const Base& base);
+  void KeepWords(SitePage& page);
   void MarkLinked(const Base& base, SiteEntry* file, SitePage& page);
 
   Files& files_;
   const RunOptions& options_;
+  bool keeps_words_;
   std::function<bool()> handle_input_;
   SiteTree tree_;
   FileFilter filter_;

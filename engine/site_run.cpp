@@ -67,7 +67,7 @@ void SiteRun::LookForUnlinked(const std::string& folder) {
 }
 
 std::string MissingStartPage(Files& files, const RunOptions& options) {
-  SiteIndex index(files, options, [] { return true; });
+  SiteIndex index(files, options, false, [] { return true; });
   for (const std::string& path : options.site->rules.start) {
     if (index.FileAt(path) == nullptr) return path;
   }

@@ -17,8 +17,9 @@ namespace tessaril {
 /// of its report.
 class SiteRun {
  public:
-  SiteRun(Files& files, const RunOptions& options, std::function<bool()> handle_input)
-      : index(files, options, std::move(handle_input)), proposals(index) {}
+  /// As SiteIndex has it.
+  SiteRun(Files& files, const RunOptions& options, bool keeps_words, std::function<bool()> handle_input)
+      : index(files, options, keeps_words, std::move(handle_input)), proposals(index) {}
 
   SiteIndex index;
   LinkProposals proposals;

@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "engine/files.h"
+#include "engine/page_links.h"
 
 namespace tessaril {
 
@@ -21,8 +23,10 @@ struct SiteEntry {
   std::string name;
   SiteEntry* parent = nullptr;  // null for the root
   EntryKind kind = EntryKind::kOther;
-  bool is_linked = false;          // another page leads to it
-  std::shared_ptr<SitePage> page;  // what is known of its content, for SiteIndex
+  bool is_linked = false;  // another page leads to it
+  // For SiteIndex: what is known of its content, and as what it is read.
+  std::shared_ptr<SitePage> page;
+  mutable std::optional<PageForm> form;
 
   // Of a folder: its entries, once they are listed, sorted as a run visits them.
   bool is_listed = false;
