@@ -128,7 +128,11 @@ HtmlTokenizer::Token HtmlTokenizer::TakeTag(Token token) {
   const std::size_t name_end = Find(text_, end_, kEndsTagName);
   name_ = text_.substr(end_, name_end - end_);
   end_ = name_end;
-  if (!TakeAttributes()) {
+  attributes_.clear();
+  self_closing_ = false;
+  if (end_ < text_.size() && text_[end_] == '>') {
+    ++end_;
+  } else if (!TakeAttributes()) {
     begin_ = end_ = text_.size();
     return Token::kEnd;
   }
@@ -142,8 +146,6 @@ HtmlTokenizer::Token HtmlTokenizer::TakeTag(Token token) {
 
 // From `end_` to behind the ">" of the tag; false when there is none.
 bool HtmlTokenizer::TakeAttributes() {
-  attributes_.clear();
-  self_closing_ = false;
   for (;;) {
     end_ = SkipBlanks(text_, end_);
     if (end_ >= text_.size()) return false;
@@ -156,12 +158,12 @@ bool HtmlTokenizer::TakeAttributes() {
       self_closing_ = end_ < text_.size() && text_[end_] == '>';
       continue;
     }
-    HtmlAttribute attribute;
     const std::size_t name_end = Find(text_, end_ + 1, kEndsAttributeName);  // a "=" may begin the name
+    HtmlAttribute& attribute = attributes_.emplace_back();
     attribute.name = text_.substr(end_, name_end - end_);
-    end_ = SkipBlanks(text_, name_end);
+    end_ = name_end < text_.size() && text_[name_end] == '=' ? name_end : SkipBlanks(text_, name_end);
     if (end_ < text_.size() && text_[end_] == '=' && !TakeValue(attribute)) return false;
-    AddAttribute(attribute);
+    if (attributes_.size() > 1) DropRepeated();
   }
 }
 
@@ -184,20 +186,25 @@ bool HtmlTokenizer::TakeValue(HtmlAttribute& attribute) {
   return end_ < text_.size();
 }
 
-void HtmlTokenizer::AddAttribute(const HtmlAttribute& attribute) {
+// Drops the last attribute when its name is there already.
+void HtmlTokenizer::DropRepeated() {
   constexpr std::size_t kFew = 16;  // beyond that, a tag is no longer compared name by name
-  if (attributes_.size() < kFew) {
-    for (const HtmlAttribute& other : attributes_) {
-      if (EqualFolded(other.name, attribute.name)) return;
+  const std::size_t others = attributes_.size() - 1;
+  const std::string_view name = attributes_.back().name;
+  bool is_repeated = false;
+  if (others < kFew) {
+    for (std::size_t i = 0; i < others; ++i) {
+      const std::string_view other = attributes_[i].name;
+      is_repeated = is_repeated || (other.size() == name.size() && EqualFolded(other, name));
     }
   } else {
-    if (attributes_.size() == kFew) {
+    if (others == kFew) {
       many_names_.clear();
-      for (const HtmlAttribute& other : attributes_) many_names_.insert(ToLower(other.name));
+      for (std::size_t i = 0; i < others; ++i) many_names_.insert(ToLower(attributes_[i].name));
     }
-    if (!many_names_.insert(ToLower(attribute.name)).second) return;
+    is_repeated = !many_names_.insert(ToLower(name)).second;
   }
-  attributes_.push_back(attribute);
+  if (is_repeated) attributes_.pop_back();
 }
 
 // What stands behind a start tag is decided by its name.
@@ -212,7 +219,10 @@ void HtmlTokenizer::NoteStartTag() {
       {"script", Inside::kScript},       {"style", Inside::kRaw},  {"title", Inside::kReferences},
       {"textarea", Inside::kReferences}, {"iframe", Inside::kRaw}, {"noembed", Inside::kRaw},
       {"noframes", Inside::kRaw},        {"xmp", Inside::kRaw},    {"plaintext", Inside::kRest}};
-  if (is_foreign_element) return;
+  // Most names have another length than those.
+  constexpr std::size_t kLongest = 9;
+  constexpr std::size_t kFrequent = 4;
+  if (is_foreign_element || name_.size() < 3 || name_.size() == kFrequent || name_.size() > kLongest) return;
   const char initial = ToLower(name_[0]);
   for (const Row& row : kRows) {
     if (row.name.size() != name_.size() || row.name[0] != initial || !EqualsLower(name_, row.name)) continue;

@@ -68,7 +68,7 @@ class HtmlTokenizer {
   Token TakeTag(Token token);
   bool TakeAttributes();
   bool TakeValue(HtmlAttribute& attribute);
-  void AddAttribute(const HtmlAttribute& attribute);
+  void DropRepeated();
   Token Until(std::size_t end, Token token);
   Token UntilBehind(std::string_view mark, Token token);
   Token InsideElement();
