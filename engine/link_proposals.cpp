@@ -118,7 +118,6 @@ std::optional<LinkProposal> LinkProposals::For(const JudgedLink& judged, std::st
   const std::string whole = *path + std::string(rest);
   proposal.value = value == text ? whole : Spelled(whole, spelling);
   proposal.is_certain = judged.fault == FindingKind::kLetterCase && !judged.target->is_ambiguous;
-  if (proposal.value == value) return std::nullopt;
   return proposal;
 }
 

@@ -51,7 +51,6 @@ class SiteCheck {
   std::size_t shift_ = 0;  // how far the page has grown in front of them; what it has shrunk counts down
   std::vector<std::pair<std::size_t, std::size_t>>
       unwritten_;  // where `Results` tells of changes, and how long
-  bool changed_ = false;
 };
 
 Status SiteCheck::Run() {
@@ -63,7 +62,6 @@ Status SiteCheck::Run() {
     if (!Report(finding)) break;
   }
   if (!unwritten_.empty() && status_.ok()) status_ = WriteAll();
-  if (changed_) run_.site->index.Take(file_, page_.text().Tail(0), page_.stamp());
   return status_;
 }
 
@@ -122,7 +120,6 @@ bool SiteCheck::Correct(const PageText::Span& span, const std::string& text) {
   AppendWasChanged(text, change);
   run_.state.MakeRoom(change.size());
   page_.ChangeText(span.begin, span.end, text);
-  changed_ = true;
   if (run_.host.AnswersUnasked()) {
     unwritten_.emplace_back(run_.state.Results.size(), change.size());
   } else {
@@ -145,7 +142,6 @@ void SiteCheck::GoOnBehind(const SiteFinding& finding, bool as_proposed, std::si
   const PageLink corrected{*finding.proposal, finding.spelling};
   std::optional<SiteFinding> again = finder_.Judge(corrected, finding.begin, PutsToUser(run_));
   if (!again) return;
-  again->is_certain = false;
   (void)Report(*again);
 }
 

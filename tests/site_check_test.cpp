@@ -34,6 +34,14 @@ class SiteTest : public testing::Test {
   Lines Run() {
     host_.findings.clear();
     (void)SearchRun(files_, host_, Entities(), options_, state_);
+    if (!options_.ShowEach && !options_.AcceptCertain && !state_.StopRequested) {
+      // Where nobody wants more than the report, it is the same.
+      RunState state;
+      host_.wants_findings = false;
+      (void)SearchRun(files_, host_, Entities(), options_, state);
+      host_.wants_findings = true;
+      EXPECT_EQ(state.Results, state_.Results);
+    }
     Lines lines;
     for (const FindingRecord& record : host_.findings) {
       lines.push_back(record.file.substr(6) + ":" + std::to_string(record.place.line) + ":" +
@@ -196,6 +204,7 @@ TEST_F(SiteTest, ProposesLinksThatHoldWhereTheyStand) {
       "");
   Put("d/a'b.html", "");
   Put("Up/Folder/index.html", "");
+  for (const char* name : {"a:b.html", "d/two.html", "Up/two.html"}) Put(name, "");
   struct Row {
     std::string page;
     std::string proposal;
@@ -211,6 +220,9 @@ TEST_F(SiteTest, ProposesLinksThatHoldWhereTheyStand) {
       {"<base href=d/><a href='../D/two(2).png'>", "../d/Two(2).png"},
       {"<base href=d/><a href='one%20(1).PNG'>", "one%20(1).png"},
       {"<base href=Up/><a href='a%27b.html'>", "../d/a%27b.html"},
+      {"<base href=D/><a href='one%20(1).png'>", "../d/one%20%281%29.png"},
+      {"<a href='x/a:b.html'>", "./a:b.html"},
+      {"<a href=two.html>", ""},  // there are two
   };
   for (const Row& row : rows) {
     const Lines found = FindOn(row.page);
@@ -223,12 +235,16 @@ TEST_F(SiteTest, ProposesLinksThatHoldWhereTheyStand) {
 TEST_F(SiteTest, FindsAnchorsExactly) {
   Put("t.html", "<p id=one><a name='Two'><p name=no><map name=m><a id=three name=three><p ID='f&ouml;r'>");
   Put("notes.txt", "");
+  Put("p.svg", "<svg/>");
   struct Row {
     std::string page;
     Lines findings;
   };
   const Row rows[] = {
       {"<a href='t.html#one'><a href='t.html#Two'><a href='t.html#f%C3%B6r'><a href=t.html#TOP>", {}},
+      {"<a href='t.html#%74op'><a href='p.svg#svgView(1)'><a href=p.svg#x>", {"1:59 missing-anchor p.svg#x"}},
+      {"<p id=two><a href='#tow'>", {"1:20 missing-anchor #tow -> #two"}},
+      {"<p id=ab1><p id=ab2><a href='#ab3'>", {"1:30 missing-anchor #ab3"}},
       {"<a href='t.html#:~:text=x'><a href='notes.txt#x'><a href=t.html#three>", {}},
       {"<a href='t.html#One'>", {"1:10 missing-anchor t.html#One -> t.html#one"}},
       {"<a href='t.html#no'>\r\n<a href='t.html?x#thre'>",
@@ -258,6 +274,9 @@ TEST_F(SiteTest, FollowsTheSitesRules) {
   rules.lowercase_names = true;
   options_.CGIname = "";
   EXPECT_EQ(Run(), (Lines{"p.html:1:44 upper-case-link Up.html", "p.html:1:60 missing-file cgi-bin/no"}));
+  EXPECT_EQ(FindOn("<a href=Up.html#x><a href=Gone.html>"),
+            (Lines{"1:9 upper-case-link Up.html#x", "1:9 missing-anchor Up.html#x",
+                   "1:27 missing-file Gone.html"}));
   // Where an ignored page leads nothing leads, whether the page is read or not.
   Put("lone.html", "");
   Put("old/y.html", "<p id=y><a href=/lone.html>");
@@ -268,6 +287,26 @@ TEST_F(SiteTest, FollowsTheSitesRules) {
   EXPECT_EQ(FindOn("<a href=/><a href=old>"), Lines{"1:19 no-index-file old"});
 }
 
+TEST_F(SiteTest, SeesEachPageFromItsFolderAndAsItIsNow) {
+  Put("a/x.html", "<a href=y.html><a href=/p.html#x>");
+  Put("a/y.html", "");
+  Put("b/x.html", "<a href=y.html>");
+  Put("p.html", "<p id=x><a href=dead1>");
+  host_.on_file = [this](const std::string& path) {
+    // It was read already, for its anchor.
+    if (path == "/site/p.html" && files_.writes.empty()) {
+      ByteBuffer old;
+      FileStamp stamp;
+      const std::string_view page = "<p id=x><a href=index.html><a href=dead2>";
+      ASSERT_TRUE(files_.Read(path, old, stamp).ok());
+      ASSERT_TRUE(files_.ReplaceContent(path, stamp, {&page, 1}).ok());
+    }
+  };
+  host_.wants_findings = true;
+  EXPECT_EQ(Run(),
+            (Lines{"b/x.html:1:9 missing-file y.html -> ../a/y.html", "p.html:1:36 missing-file dead2"}));
+}
+
 TEST_F(SiteTest, VisitsPagesOfAllKinds) {
   for (const char* name : {"a.xhtml", "b.xht", "c.shtml", "d.css", "e.txt", "f.svg"}) {
     Put(name, "<script/><a href='dead'/>x{y:url(dead)}");
@@ -276,7 +315,7 @@ TEST_F(SiteTest, VisitsPagesOfAllKinds) {
   options_.cboSearchSpec = "*.htm";
   EXPECT_EQ(Run(), Lines{"d.css:1:34 missing-file dead"});
   options_.cboSearchSpec = "*";
-  host_.replies = {true};
+  host_.replies = {true, true};
   EXPECT_EQ(Run().size(), 4u);
 }
 
@@ -396,6 +435,15 @@ TEST_F(SiteTest, PutsProposalsInPlace) {
   EXPECT_EQ(first.SearchText, "Differs in letter case: /site/Right.html, line 1, column 10");
   EXPECT_EQ(first.ReplaceSelection, (Selection{9, 10}));
   EXPECT_EQ(state_.Results.find("in vain"), std::string::npos);
+  // A link that was mended is looked at again.
+  host_.answers.clear();
+  Put("p.html", "<a href=right.html#x>");
+  host_.takes_proposals = true;
+  EXPECT_EQ(Run(), (Lines{"p.html:1:9 letter-case right.html#x -> Right.html#x",
+                          "p.html:1:9 missing-anchor Right.html#x"}));
+  Put("p.html", "<a href=\"none\">C</a> <a href=\"lost\">");
+  host_.answers = {{kReplace, "<a href=\"index.html\">C</a> <a href=\"lost\">"}};
+  (void)Run();
   EXPECT_NE(End("Missing targets:").find("/lost"), std::string::npos);
   EXPECT_EQ(End("Missing targets:").find("/none"), std::string::npos);  // mended
 }
@@ -416,6 +464,13 @@ TEST_F(SiteTest, AcceptsUnseenOnlyWhatIsCertain) {
   EXPECT_EQ(files_.contents["/site/p.html"],
             "<a href='Right.html#x'><a href=Right.html#y><a href=Two.html><a href=riht.html>");
   EXPECT_EQ(files_.writes, Lines{"/site/p.html"});
+  // The page may become shorter.
+  Put("p.html", "<a href='%72%69ght.html'><a href=none><a href=%72ight.html><a href=gone>");
+  EXPECT_EQ(Run(),
+            (Lines{"p.html:1:10 letter-case %72%69ght.html -> R%69ght.html", "p.html:1:32 missing-file none",
+                   "p.html:1:45 letter-case %72ight.html -> Right.html", "p.html:1:64 missing-file gone"}));
+  EXPECT_EQ(files_.contents["/site/p.html"],
+            "<a href='R%69ght.html'><a href=none><a href=Right.html><a href=gone>");
   // What cannot be written is not told as changed.
   Put("p.html", "<a href=right.html><a href=RIGHT.html>");
   files_.unwritable.insert("/site/p.html");

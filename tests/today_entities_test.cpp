@@ -99,6 +99,7 @@ TEST_F(TodayEntitiesTest, LeavesCharactersToPagesThatSayTheirEncoding) {
       {texts + kSaysUtf8, {}},
       {"\xEF\xBB\xBF" + texts, {}},
       {"\xE9<p a=\xE8>", {"1 character \xE9>&eacute;", "7 character \xE8>&egrave;"}},
+      {"<meta charset=euc-kr>\xB0\xA1 &nosuch;", {"25 unknown-entity &nosuch;>&amp;nosuch;"}},
       {"\xE9" + kSaysUtf8, {"1 character \xE9>&eacute;"}},
   };
   for (const PageRow& row : rows) {
