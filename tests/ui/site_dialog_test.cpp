@@ -129,6 +129,30 @@ TEST_F(SiteFile, KeepsTheDialogOpenForWhatItCannotWrite) {
   EXPECT_EQ(driver->answered.size(), 6u);
 }
 
+TEST_F(SiteFile, KeepsWhatWasChangedOnTheDiskWhileTheDialogWasOpen) {
+  const std::string start = "start = [\"sub/a.htm\"]\n";
+  const struct {
+    std::string now;    // what the file holds when OK is pressed
+    std::string after;  // what it holds then
+  } rows[] = {
+      {start + "lowercase_names = true\nindex = [\"x.htm\"]\n",
+       start + "lowercase_names = true\nindex = [\"home.htm\"]\nentities = \"ascii\"\n"},
+      {kMalformed, kMalformed},
+  };
+  Start();
+  for (const auto& row : rows) {
+    site.Write("tessaril.toml", "");
+    const auto edit = [&](QWidget& dialog) {
+      Enter(dialog, "txtIndex", "home.htm");
+      QTest::mouseClick(dialog.findChild<QWidget*>("chkEntities"), Qt::LeftButton);
+      site.Write("tessaril.toml", row.now);
+    };
+    EditRules(edit, {"ok"});
+    EXPECT_EQ(site.Read("tessaril.toml"), row.after);
+  }
+  EXPECT_TRUE(driver->LastSaid().starts_with("Not saved: " + site / "tessaril.toml: line 2"));
+}
+
 TEST_F(SiteFile, StopsEverythingWhenItIsMalformed) {
   site.Write("tessaril.toml", kMalformed);
   Start();
