@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QtTest>
@@ -151,6 +152,18 @@ TEST_F(SiteFile, KeepsWhatWasChangedOnTheDiskWhileTheDialogWasOpen) {
     EXPECT_EQ(site.Read("tessaril.toml"), row.after);
   }
   EXPECT_TRUE(driver->LastSaid().starts_with("Not saved: " + site / "tessaril.toml: line 2"));
+}
+
+TEST_F(SiteFile, DoesNotMatterWhereSearchOnlyOpensAFolder) {
+  site.Write("sub/tessaril.toml", kMalformed);
+  Start();
+  auto* const folders = driver->Find<QListWidget>("dirList");
+  folders->setFocus();
+  QTest::keyClick(folders, Qt::Key_Up);
+  driver->Press("cmdSearch");
+  EXPECT_EQ(driver->said, Words());
+  EXPECT_EQ(folders->currentItem()->text().toStdString(), site.path().substr(site.path().rfind('/') + 1));
+  EXPECT_TRUE(folders->currentItem()->font().bold());
 }
 
 TEST_F(SiteFile, StopsEverythingWhenItIsMalformed) {
