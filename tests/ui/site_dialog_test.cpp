@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QtTest>
@@ -127,6 +128,42 @@ TEST_F(SiteFile, KeepsTheDialogOpenForWhatItCannotWrite) {
   EditRules([this](QWidget&) { std::filesystem::remove_all(site / "sub"); }, {"ok", "ok", "cancel"});
   EXPECT_EQ(driver->LastSaid(), "Not saved: No such file or directory");
   EXPECT_EQ(driver->answered.size(), 6u);
+}
+
+TEST_F(SiteFile, KeepsWhatWasChangedOnTheDiskWhileTheDialogWasOpen) {
+  const std::string start = "start = [\"sub/a.htm\"]\n";
+  const struct {
+    std::string now;    // what the file holds when OK is pressed
+    std::string after;  // what it holds then
+  } rows[] = {
+      {start + "lowercase_names = true\nindex = [\"x.htm\"]\n",
+       start + "lowercase_names = true\nindex = [\"home.htm\"]\nentities = \"ascii\"\n"},
+      {kMalformed, kMalformed},
+  };
+  Start();
+  for (const auto& row : rows) {
+    site.Write("tessaril.toml", "");
+    const auto edit = [&](QWidget& dialog) {
+      Enter(dialog, "txtIndex", "home.htm");
+      QTest::mouseClick(dialog.findChild<QWidget*>("chkEntities"), Qt::LeftButton);
+      site.Write("tessaril.toml", row.now);
+    };
+    EditRules(edit, {"ok"});
+    EXPECT_EQ(site.Read("tessaril.toml"), row.after);
+  }
+  EXPECT_TRUE(driver->LastSaid().starts_with("Not saved: " + site / "tessaril.toml: line 2"));
+}
+
+TEST_F(SiteFile, DoesNotMatterWhereSearchOnlyOpensAFolder) {
+  site.Write("sub/tessaril.toml", kMalformed);
+  Start();
+  auto* const folders = driver->Find<QListWidget>("dirList");
+  folders->setFocus();
+  QTest::keyClick(folders, Qt::Key_Up);
+  driver->Press("cmdSearch");
+  EXPECT_EQ(driver->said, Words());
+  EXPECT_EQ(folders->currentItem()->text().toStdString(), site.path().substr(site.path().rfind('/') + 1));
+  EXPECT_TRUE(folders->currentItem()->font().bold());
 }
 
 TEST_F(SiteFile, StopsEverythingWhenItIsMalformed) {

@@ -123,25 +123,29 @@ void SiteDialog::ShowRules(const SiteRules& rules) {
   chkEntities->setChecked(rules.ascii_entities);
 }
 
-SiteRules SiteDialog::EditedRules() const {
-  SiteRules rules = shown_;
-  rules.rules = optToday->isChecked() ? Rules::kToday : Rules::kClassic;
+void SiteDialog::ChangeRules(SiteRules& rules) const {
+  const Rules chosen = optToday->isChecked() ? Rules::kToday : Rules::kClassic;
+  if (chosen != shown_.rules) rules.rules = chosen;
   for (const auto& [entries, field] : lists_) {
     // Entries that a field shows as others, as one with blanks around it, stay unless the user changes them.
     if (field->document()->isModified()) rules.*entries = EntriesOf(field->toPlainText());
   }
-  rules.lowercase_names = chkLowercase->isChecked();
-  rules.ascii_entities = chkEntities->isChecked();
-  return rules;
+  const auto take = [](const QCheckBox& box, bool shown, bool& rule) {
+    if (box.isChecked() != shown) rule = box.isChecked();
+  };
+  take(*chkLowercase, shown_.lowercase_names, rules.lowercase_names);
+  take(*chkEntities, shown_.ascii_entities, rules.ascii_entities);
 }
 
 void SiteDialog::accept() {
-  const SiteRules rules = EditedRules();
-  if (const Status named = CheckIndexNames(rules.index); !named.ok()) {
+  SiteRules changed;
+  ChangeRules(changed);
+  if (const Status named = CheckIndexNames(changed.index); !named.ok()) {
     Tell(this, named.reason());
     return lists_.front().field->setFocus();
   }
-  if (const Status saved = save_(rules); !saved.ok()) return Tell(this, "Not saved: " + saved.reason());
+  const Status saved = save_([this](SiteRules& rules) { ChangeRules(rules); });
+  if (!saved.ok()) return Tell(this, "Not saved: " + saved.reason());
   KeptDialog::accept();
 }
 

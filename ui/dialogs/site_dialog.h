@@ -22,10 +22,13 @@ class SiteDialog : public KeptDialog {
  public:
   explicit SiteDialog(QWidget* parent = nullptr);
 
-  /// Keeps rules; the reason of a failure is told, and the user may try again.
-  using Save = std::function<Status(const SiteRules& rules)>;
+  /// Puts what the user changed into rules; all else of them stays.
+  using Change = std::function<void(SiteRules& rules)>;
 
-  /// Shows the dialog and waits until the rules are kept, or given up. `is_new`: nothing says yet what the
+  /// Keeps a change; the reason of a failure is told, and the user may try again.
+  using Save = std::function<Status(const Change& change)>;
+
+  /// Shows the dialog and waits until the change is kept, or given up. `is_new`: nothing says yet what the
   /// rules of the site are.
   void Edit(const Site& site, bool is_new, const Save& save);
 
@@ -42,7 +45,7 @@ class SiteDialog : public KeptDialog {
   void MakeLists();
   void MakeFoot();
   void ShowRules(const SiteRules& rules);
-  SiteRules EditedRules() const;
+  void ChangeRules(SiteRules& rules) const;
 
   CutLabel lblRoot{Qt::ElideMiddle, this};
   QLabel* lblFile;

@@ -17,7 +17,8 @@ void MainWindow::PressSearch() {
   if (const Function selected = Picture1.Option1->Selected(); selected != applied_) Choose(selected);
   if (IsChosen(Function::kShowFile)) return;
   options_ = TakeOptions();
-  if (!TakeSite(options_)) return;
+  const bool opens_folder = Picture1.dirList->Highlighted() != Picture1.dirList->OpenFolder();  // and no more
+  if (!opens_folder && !TakeSite(options_)) return;
   host_.Reset();
   folder_only_opened_ = false;
   running_ = true;

@@ -14,6 +14,20 @@ bool HasRules(Function function) {
   return function == Function::kLinks || function == Function::kEntities;
 }
 
+Status MakeSite(Site site, const SiteDialog::Change& change) {
+  change(site.rules);
+  return CreateSiteFile(site.root, site.rules);
+}
+
+// What was changed on the disk since `shown` was read stays, where the user did not change the same.
+Status ChangeSite(Files& files, const Site& shown, const SiteDialog::Change& change) {
+  std::optional<Site> now;
+  if (Status loaded = LoadSite(files, shown.root, now); !loaded.ok()) return loaded;
+  if (!now || now->root != shown.root) now = shown;
+  change(now->rules);
+  return SaveSiteRules(files, shown.root, now->rules);
+}
+
 }  // namespace
 
 bool MainWindow::HasSiteFile() const {
@@ -29,8 +43,8 @@ void MainWindow::ChangeSiteRules() {
   const bool is_new = !site;
   if (is_new) site = Site{folder, {}};
   if (frmSite == nullptr) frmSite = new SiteDialog(this);
-  frmSite->Edit(*site, is_new, [&](const SiteRules& rules) {
-    return is_new ? CreateSiteFile(site->root, rules) : SaveSiteRules(session_.files, site->root, rules);
+  frmSite->Edit(*site, is_new, [&](const SiteDialog::Change& change) {
+    return is_new ? MakeSite(*site, change) : ChangeSite(session_.files, *site, change);
   });
   Picture1.filList->Refresh();
   ShowRules();
