@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <random>
 
-#include "cli/site_choice.h"
 #include "engine/disk_files.h"
+#include "site/site_choice.h"
 #include "tests/support/file_size_limit.h"
 #include "tests/support/scratch_folder.h"
 
