@@ -363,14 +363,18 @@ const SiteTarget* SiteIndex::TargetOf(const WebAddress& address, const Base& bas
                                                                                                     : target;
 }
 
-// The target of the path in `key_`.
+// The target of the path in `key_`. Its names are decoded already: what looks encoded in the name of a folder
+// is so on the disk.
 const SiteTarget& SiteIndex::OfPlainPath() {
   const auto known = targets_.find(std::string_view(key_));
   if (known != targets_.end()) return known->second;
-  SitePath path = ResolveSitePath(key_, {});
   SiteTarget& target = targets_[key_];
-  target.names = std::move(path.names);
-  target.names_folder = path.names_folder;
+  for (std::string_view rest = key_; !rest.empty();) {
+    const std::size_t end = std::min(rest.find(kSeparator), rest.size());
+    target.names.emplace_back(rest.substr(0, end));
+    target.names_folder = end < rest.size();
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
   Follow(target, false);
   return target;
 }

@@ -178,6 +178,16 @@ TEST_F(SiteTest, FollowsPathsAsTheURLStandardDoes) {
   EXPECT_EQ(FindOn("<a href='a&amp;b/CASE.html'>"), Lines{"1:10 missing-file a&amp;b/CASE.html"});
 }
 
+TEST_F(SiteTest, TakesNamesOfFoldersAsTheyAre) {
+  for (const std::string folder : {"a%41", "a\\b", "a?b", "a#b", "a b", "a&amp;"}) {
+    Put(folder + "/x.html", "");
+    Put(folder + "/p.html", "<a href=x.html><a href='../" + folder.substr(0, 1) + "'><a href='y/../x.html'>");
+  }
+  const Lines found = Run();
+  EXPECT_EQ(found.size(), 6u);
+  for (const std::string& line : found) EXPECT_NE(line.find("missing-file ../a"), std::string::npos) << line;
+}
+
 TEST_F(SiteTest, ReadsPagesInTheirEncodings) {
   Put("caf\xC3\xA9.html", "");
   Put("utf16.html", std::string("\xFF\xFE<\0p\0", 6));
