@@ -85,8 +85,9 @@ TEST_F(SiteTest, FindsLinksWhereABrowserDoes) {
       {"<style>/* url(no) */ @import \"a\"; x{y:url( b ) url('c')} @namespace url(no); z{w:url(no "
        "no)}</style>",
        {"a", "b", "c"}},
-      {"<p style='a:url(&quot;b&quot;)'><p style=\"x:URL(c\\2e d)\"><p style='behavior:url(no)'>",
-       {"b", "c\\2e d"}},
+      {"<p style='a:url(&quot;b&quot;)'><p style=\"x:URL(c\\2e d)\"><p style='behavior:url(no)'><p "
+       "style='a:url&#40;e&rpar;'>",
+       {"b", "c\\2e d", "e"}},
       {"<svg><use xlink:href=a></use><image href=b /><style>x{y:url(c)}</style><script/></svg><img src=d>",
        {"a", "b", "c", "d"}},
       {"<svg><p><style>/*</style><img src=a>", {"a"}},  // the paragraph ends the picture
