@@ -154,6 +154,7 @@ std::optional<std::string> LinkProposals::OtherFile(const SiteTarget& target, st
       SiteEntry* const folder = tree.Find(folder_names);
       if (folder != nullptr) {
         for (const SiteEntry* const entry : tree.EntriesOf(*folder)) {
+          if (nearest.IsSpent()) break;
           if (IsOfSameKind(*entry, target.names.back())) nearest.Offer(entry->name);
         }
       }
@@ -170,7 +171,7 @@ std::optional<std::string> LinkProposals::NearAnchor(SiteEntry& file, const std:
   if (is_new) {
     const AnchorSet& anchors = index_.PageOf(file).anchors;
     NearestName nearest(fragment, work_);
-    for (std::size_t i = 0; i < anchors.size(); ++i) nearest.Offer(anchors[i]);
+    for (std::size_t i = 0; i < anchors.size() && !nearest.IsSpent(); ++i) nearest.Offer(anchors[i]);
     known->second = nearest.Found();
   }
   return known->second;

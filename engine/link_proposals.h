@@ -37,7 +37,7 @@ class LinkProposals {
   std::optional<std::string> NearAnchor(SiteEntry& file, const std::string& fragment);
 
   SiteIndex& index_;
-  std::size_t work_ = std::size_t{1} << 22;  // comparisons of names in one run, which take a second or so
+  std::size_t work_ = std::size_t{1} << 28;  // comparisons of sizes in one run, which take a second or so
   std::unordered_map<std::string, std::optional<std::string>> near_anchors_;
   std::unordered_map<std::string, SiteEntry*> other_files_;
 };

@@ -9,6 +9,8 @@
 namespace tessaril {
 namespace {
 
+constexpr std::size_t kCountingLetters = 64;  // as long as so many comparisons of sizes
+
 std::size_t StepsFor(std::size_t size) {
   constexpr std::size_t kShort = 5;
   constexpr std::size_t kMiddle = 9;
@@ -57,12 +59,13 @@ NearestName::NearestName(std::string_view sought, std::size_t& work)
     : sought_(ToLower(sought)), work_(work), most_(StepsFor(sought.size())), best_(most_ + 1) {}
 
 void NearestName::Offer(std::string_view name) {
+  Work(1);
   const std::size_t longer = std::max(name.size(), sought_.size());
-  if (longer - std::min(name.size(), sought_.size()) > most_ || work_ == 0) return;
-  --work_;
+  if (longer - std::min(name.size(), sought_.size()) > most_ || IsSpent()) return;
+  Work(kCountingLetters);
   const std::string lower = ToLower(name);
   if (LeastSteps(sought_, lower) > most_) return;
-  work_ -= std::min(work_, longer);
+  Work(kCountingLetters * longer);
   const std::size_t steps = Steps(sought_, lower, most_);
   if (steps > most_ || steps > best_) return;
   is_unique_ = steps < best_;
@@ -72,7 +75,7 @@ void NearestName::Offer(std::string_view name) {
 }
 
 std::optional<std::string> NearestName::Found() const {
-  return is_unique_ ? found_ : std::nullopt;
+  return is_unique_ && !IsSpent() ? found_ : std::nullopt;
 }
 
 }  // namespace tessaril

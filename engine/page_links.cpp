@@ -197,7 +197,7 @@ void Reading::TakeAttribute(const HtmlAttribute& attribute) {
     if (row.name.size() != name.size() || !EqualsLower(name, row.name)) continue;
     if (!IsLoaded(row)) return;
     if (row.use == Use::kAddressList) return TakeAddressList(attribute.value);
-    if (row.use == Use::kStyle && attribute.value.find('(') == std::string_view::npos) return;
+    if (row.use == Use::kStyle && attribute.value.find_first_of("(&") == std::string_view::npos) return;
     if (row.use == Use::kStyle) return TakeStyle(attribute.value);
     found_.links.push_back({Stripped(attribute.value), Spelling::kAttribute, row.use == Use::kMap});
     return;

@@ -121,7 +121,10 @@ std::string SiteFinder::MessageFor(const JudgedLink& judged) {
 
 std::string SiteFinder::PathOf(const SiteTarget& target) {
   std::string path = site_.index.tree().PathOf(site_.index.tree().root());
-  for (const std::string& name : target.names) path = JoinPath(path, name);
+  for (const std::string& name : target.names) {
+    if (!path.ends_with(kSeparator)) path += kSeparator;
+    path += name;
+  }
   return path;
 }
 

@@ -149,7 +149,7 @@ SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStam
   const bool leads = ignore_files_.empty() || !IsIgnored(file);
   Taking taking{text, page, BaseOf(file, page.base), PageValues(text), may_be_cgi, leads};
   page.hides_anchors = IsUtf16(text);
-  std::vector<std::string> maps;
+  std::unordered_set<std::string> maps;
   TakeAnchors(taking, maps);
   for (const PageLink& link : links_.links) {
     if (!link.is_map) {
@@ -159,7 +159,7 @@ SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStam
     const std::string_view value = taking.values.Read(link.value, link.spelling, memory_);
     const std::size_t hash = value.find('#');
     const bool is_name = hash != std::string_view::npos;
-    if (!is_name || std::find(maps.begin(), maps.end(), value.substr(hash + 1)) == maps.end()) {
+    if (!is_name || !maps.contains(std::string(value.substr(hash + 1)))) {
       page.faults.push_back(taking.Doubt(PageDoubt::What::kMap, link.value, link.spelling));
     }
   }
@@ -174,7 +174,7 @@ PageDoubt SiteIndex::Taking::Doubt(PageDoubt::What what, std::string_view value,
           static_cast<std::uint32_t>(value.size())};
 }
 
-void SiteIndex::TakeAnchors(Taking& taking, std::vector<std::string>& maps) {
+void SiteIndex::TakeAnchors(Taking& taking, std::unordered_set<std::string>& maps) {
   for (const PageAnchor& anchor : links_.anchors) {
     if (!taking.values.CanRead(anchor.value)) {
       taking.page.hides_anchors = true;
@@ -182,7 +182,7 @@ void SiteIndex::TakeAnchors(Taking& taking, std::vector<std::string>& maps) {
     }
     const std::string_view name = taking.values.Read(anchor.value, Spelling::kAttribute, memory_);
     if (anchor.is_map) {
-      maps.emplace_back(name);
+      maps.emplace(name);
     } else if (!taking.page.anchors.Add(name) && anchor.counts_twice) {
       const auto doubt = taking.Doubt(PageDoubt::What::kAnchor, anchor.value, Spelling::kAttribute);
       taking.page.faults.push_back(doubt);
@@ -363,14 +363,18 @@ const SiteTarget* SiteIndex::TargetOf(const WebAddress& address, const Base& bas
                                                                                                     : target;
 }
 
-// The target of the path in `key_`.
+// The target of the path in `key_`. Its names are decoded already: what looks encoded in the name of a folder
+// is so on the disk.
 const SiteTarget& SiteIndex::OfPlainPath() {
   const auto known = targets_.find(std::string_view(key_));
   if (known != targets_.end()) return known->second;
-  SitePath path = ResolveSitePath(key_, {});
   SiteTarget& target = targets_[key_];
-  target.names = std::move(path.names);
-  target.names_folder = path.names_folder;
+  for (std::string_view rest = key_; !rest.empty();) {
+    const std::size_t end = std::min(rest.find(kSeparator), rest.size());
+    target.names.emplace_back(rest.substr(0, end));
+    target.names_folder = end < rest.size();
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
   Follow(target, false);
   return target;
 }

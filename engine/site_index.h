@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "engine/anchor_set.h"
@@ -190,7 +191,7 @@ class SiteIndex {
 
     PageDoubt Doubt(PageDoubt::What what, std::string_view value, Spelling spelling) const;
   };
-  void TakeAnchors(Taking& taking, std::vector<std::string>& maps);
+  void TakeAnchors(Taking& taking, std::unordered_set<std::string>& maps);
   void TakeLink(const PageLink& link, Taking& taking);
   const SiteTarget* RecentTargetOf(const WebAddress& address, const Base& base);
   void KeepWords(SitePage& page);

@@ -7,56 +7,87 @@
 namespace tessaril {
 namespace {
 
+constexpr std::size_t kNone = std::string_view::npos;
+
 // Goes through pattern and path once for each "*" or "**" at most: a mismatch gives the last "*" one byte
 // more, where it must not take any, the last "**". "**/" also stands for nothing.
-bool Matches(std::string_view pattern, std::string_view path) {
-  constexpr std::size_t kNone = std::string_view::npos;
-  std::size_t at = 0;
-  std::size_t pos = 0;
-  std::size_t star = kNone;  // behind the last "*" of a name, and what it has taken up to
-  std::size_t star_pos = 0;
-  std::size_t stars = kNone;  // the same for the last "**"
-  std::size_t stars_pos = 0;
-  while (pos < path.size() || at < pattern.size()) {
-    if (pattern.substr(at, 2) == "**") {
-      const bool begins_name = at == 0 || pattern[at - 1] == '/';
-      at += begins_name && pattern.substr(at, 3) == "**/" ? 3 : 2;
-      stars = at;
-      stars_pos = pos;
-      star = kNone;
-      continue;
+class Matching {
+ public:
+  Matching(std::string_view pattern, std::string_view path) : pattern_(pattern), path_(path) {}
+
+  bool Run() {
+    while (pos_ < path_.size() || at_ < pattern_.size()) {
+      if (!Step() && !GiveStarMore() && !GiveStarsMore()) return false;
     }
-    if (at < pattern.size() && pattern[at] == '*') {
-      star = ++at;
-      star_pos = pos;
-      continue;
-    }
-    if (pos < path.size() && at < pattern.size()) {
-      const bool any = pattern[at] == '?' && path[pos] != '/';
-      if (any || pattern[at] == path[pos]) {
-        pos += any ? std::max<std::size_t>(SequenceLength(path.substr(pos)), 1) : 1;
-        ++at;
-        continue;
-      }
-    }
-    if (star != kNone && star_pos < path.size() && path[star_pos] != '/') {
-      pos = ++star_pos;
-      at = star;
-    } else if (stars != kNone && stars_pos < path.size()) {
-      // Behind "**/" a name begins.
-      const bool whole_names = pattern[stars - 1] == '/';
-      do {
-        ++stars_pos;
-      } while (whole_names && stars_pos < path.size() && path[stars_pos - 1] != '/');
-      if (whole_names && path[stars_pos - 1] != '/') return false;
-      pos = stars_pos;
-      at = stars;
-      star = kNone;
-    } else {
-      return false;
-    }
+    return true;
   }
-  return true;
+
+ private:
+  // False at a mismatch.
+  bool Step() {
+    if (pattern_.substr(at_, 2) == "**") {
+      const bool begins_name = at_ == 0 || pattern_[at_ - 1] == '/';
+      at_ += begins_name && pattern_.substr(at_, 3) == "**/" ? 3 : 2;
+      stars_ = at_;
+      stars_pos_ = pos_;
+      star_ = first_star_pos_ = kNone;
+      return true;
+    }
+    if (at_ < pattern_.size() && pattern_[at_] == '*') {
+      star_ = ++at_;
+      star_pos_ = pos_;
+      first_star_pos_ = std::min(first_star_pos_, pos_);
+      return true;
+    }
+    if (pos_ >= path_.size() || at_ >= pattern_.size()) return false;
+    const bool any = pattern_[at_] == '?' && path_[pos_] != '/';
+    if (!any && pattern_[at_] != path_[pos_]) return false;
+    pos_ += any ? std::max<std::size_t>(SequenceLength(path_.substr(pos_)), 1) : 1;
+    ++at_;
+    return true;
+  }
+
+  bool GiveStarMore() {
+    if (star_ == kNone || star_pos_ >= path_.size() || path_[star_pos_] == '/') return false;
+    pos_ = ++star_pos_;
+    at_ = star_;
+    return true;
+  }
+
+  bool GiveStarsMore() {
+    if (stars_ == kNone || stars_pos_ >= path_.size()) return false;
+    std::size_t next = stars_pos_ + 1;
+    if (first_star_pos_ != kNone) {
+      // What follows the first "*" fits nowhere in the name in which that began.
+      const std::size_t slash = path_.find('/', first_star_pos_);
+      if (slash == kNone) return false;
+      if (path_.substr(0, first_star_pos_).find('/', stars_pos_) == kNone) next = slash + 1;
+    }
+    // Behind "**/" a name begins.
+    if (pattern_[stars_ - 1] == '/' && path_[next - 1] != '/') {
+      const std::size_t slash = path_.find('/', next);
+      if (slash == kNone) return false;
+      next = slash + 1;
+    }
+    stars_pos_ = pos_ = next;
+    at_ = stars_;
+    star_ = first_star_pos_ = kNone;
+    return true;
+  }
+
+  std::string_view pattern_;
+  std::string_view path_;
+  std::size_t at_ = 0;
+  std::size_t pos_ = 0;
+  std::size_t star_ = kNone;  // behind the last "*" of a name, and what it has taken up to
+  std::size_t star_pos_ = 0;
+  std::size_t stars_ = kNone;  // the same for the last "**",
+  std::size_t stars_pos_ = 0;
+  std::size_t first_star_pos_ = kNone;  // and where the first "*" behind it began
+};
+
+bool Matches(std::string_view pattern, std::string_view path) {
+  return Matching(pattern, path).Run();
 }
 
 }  // namespace

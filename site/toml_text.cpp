@@ -17,7 +17,8 @@ std::size_t LineContent(std::string_view text, std::size_t line_begin) {
   return line_begin == 0 && text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : line_begin;
 }
 
-// From the parser's lines and columns to offsets.
+// From the parser's lines and columns to offsets. Places are mostly asked for in their order, and a line may
+// be long, so that each is looked for from the last one on.
 class Offsets {
  public:
   explicit Offsets(std::string_view text) : text_(text) {
@@ -29,22 +30,26 @@ class Offsets {
   // A place behind the end is the end.
   std::size_t Of(const toml::source_position& position) const {
     if (position.line > lines_.size()) return text_.size();
-    std::size_t offset = LineContent(text_, lines_[position.line - 1]);
-    for (auto column = position.column; column > 1 && offset < text_.size(); --column) {
-      offset += SequenceLength(text_.substr(offset));
+    if (position.line != last_.line || position.column < last_.column) {
+      last_ = {position.line, 1};
+      last_offset_ = LineContent(text_, lines_[position.line - 1]);
     }
-    return offset;
+    for (; last_.column < position.column && last_offset_ < text_.size(); ++last_.column) {
+      last_offset_ += SequenceLength(text_.substr(last_offset_));
+    }
+    return last_offset_;
   }
 
  private:
   std::string_view text_;
   std::vector<std::size_t> lines_{0};
+  mutable toml::source_position last_{};
+  mutable std::size_t last_offset_ = 0;
 };
 
 TomlValue ValueOf(const toml::node& node, const Offsets& offsets) {
   TomlValue value;
   value.begin = offsets.Of(node.source().begin);
-  value.end = offsets.Of(node.source().end);
   if (const auto* const text = node.as_string()) {
     value.kind = TomlValue::Kind::kText;
     value.text = text->get();
@@ -55,6 +60,7 @@ TomlValue ValueOf(const toml::node& node, const Offsets& offsets) {
     value.kind = TomlValue::Kind::kList;
     for (const toml::node& element : *list) value.elements.push_back(ValueOf(element, offsets));
   }
+  value.end = offsets.Of(node.source().end);
   return value;
 }
 
