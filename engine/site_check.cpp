@@ -38,7 +38,7 @@ class SiteCheck {
     if (!finding.missing.empty()) run_.site->NoteMissing(finding.missing);
   }
   bool Correct(const PageText::Span& span, const std::string& text);
-  void GoOnBehind(const SiteFinding& finding, bool as_proposed, std::size_t excerpt_begin);
+  void GoOnBehind(const SiteFinding& finding, bool as_proposed, std::size_t changed);
   Status WriteAll();
 
   HtmlPage& page_;
@@ -108,7 +108,10 @@ bool SiteCheck::PutToUser(const SiteFinding& finding, const std::string& error, 
   if (answer.ReplaceAnswer == kStop) run_.state.StopRequested = true;
   if (answer.ReplaceAnswer == kReplace && answer.ReplaceText != excerpt) {
     if (!Correct(span, answer.ReplaceText)) return false;
-    GoOnBehind(finding, finding.proposal && answer.ReplaceText == *proposal.ReplaceText, span.begin);
+    const auto change =
+        std::mismatch(excerpt.begin(), excerpt.end(), answer.ReplaceText.begin(), answer.ReplaceText.end());
+    GoOnBehind(finding, finding.proposal && answer.ReplaceText == *proposal.ReplaceText,
+               span.begin + static_cast<std::size_t>(change.first - excerpt.begin()));
   } else {
     NoteMissing(finding);
   }
@@ -131,11 +134,12 @@ bool SiteCheck::Correct(const PageText::Span& span, const std::string& text) {
 }
 
 // After a change. A link that was replaced as proposed leaves the rest of the page as it was; it is looked at
-// again itself. Whatever else was changed, the page is looked through anew from there.
-void SiteCheck::GoOnBehind(const SiteFinding& finding, bool as_proposed, std::size_t excerpt_begin) {
+// again itself. Whatever else was changed, the page is looked through anew from the first changed byte; what
+// stands whole in front of it has been told already.
+void SiteCheck::GoOnBehind(const SiteFinding& finding, bool as_proposed, std::size_t changed) {
   if (!as_proposed || !run_.host.AnswersUnasked()) {
     run_.site->index.Take(file_, page_.text().Tail(0), page_.stamp());
-    Find(as_proposed ? finding.begin : excerpt_begin);
+    Find(std::min(finding.begin, changed));
     return;
   }
   shift_ += finding.proposal->size() - (finding.end - finding.begin);

@@ -35,7 +35,8 @@ std::vector<SiteFinding> SiteFinder::Find(std::string_view text, std::size_t fro
   Begin(values);
   std::vector<SiteFinding> findings;
   for (const PageDoubt& fault : faults) {
-    if (fault.begin >= from) Add(fault, text.substr(fault.begin, fault.size), with_proposals, findings);
+    if (fault.begin + fault.size >= from)
+      Add(fault, text.substr(fault.begin, fault.size), with_proposals, findings);
   }
   return findings;
 }

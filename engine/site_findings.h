@@ -28,8 +28,8 @@ class SiteFinder {
  public:
   SiteFinder(SiteEntry& file, SiteRun& site) : file_(file), site_(site) {}
 
-  /// All findings at or behind the place `from` of the page's text, which is the one that the index took
-  /// last, in their order.
+  /// All findings that do not end in front of the place `from` of the page's text, which is the one that the
+  /// index took last, in their order.
   std::vector<SiteFinding> Find(std::string_view text, std::size_t from, bool with_proposals);
 
   /// The findings of one fault of a page that need not be there: `value` is what stands there.

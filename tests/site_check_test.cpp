@@ -464,6 +464,29 @@ TEST_F(SiteTest, PutsProposalsInPlace) {
   EXPECT_EQ(End("Missing targets:").find("/none"), std::string::npos);  // mended
 }
 
+TEST_F(SiteTest, AsksAgainOnlyFromTheFirstChangedByteOn) {
+  const struct {
+    std::string edited;  // when the second link is shown
+    Lines found;
+    std::string missing;
+  } rows[] = {
+      {"<a href=g1><a href=h2>", {"1:9 g1", "1:20 g2", "1:20 h2"}, "1  /g1\r\n     1  /h2"},
+      {"<a href=g1><a href=g2><a href=h>",
+       {"1:9 g1", "1:20 g2", "1:20 g2", "1:31 h"},
+       "1  /g1\r\n     1  /g2\r\n     1  /h"},
+      {"<a href=g1x><a href=index.html>", {"1:9 g1", "1:20 g2", "1:9 g1x"}, "1  /g1\r\n     1  /g1x"},
+  };
+  options_.ShowEach = true;
+  for (const auto& row : rows) {
+    const ProposalAnswer keep{kKeep, ""};
+    host_.answers = {keep, {kReplace, row.edited}, keep, keep};
+    Lines found = FindOn("<a href=g1><a href=g2>");
+    for (std::string& line : found) line.erase(line.find(' '), line.rfind(' ') - line.find(' '));
+    EXPECT_EQ(found, row.found);
+    EXPECT_EQ(End("Missing targets:\r\n     ").find(row.missing + "\r\n\r\n"), 0u) << row.edited;
+  }
+}
+
 TEST_F(SiteTest, AcceptsUnseenOnlyWhatIsCertain) {
   options_.AcceptCertain = true;
   host_.unasked = true;
