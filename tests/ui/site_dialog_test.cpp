@@ -196,6 +196,19 @@ TEST_F(SiteFile, IsRemovedAfterAQuestion) {
   EXPECT_EQ(FindSiteFile(site / "sub"), "");
 }
 
+TEST_F(SiteFile, IsLookedForAnewWhenTheUserComesBack) {
+  Start();
+  driver->Choose(0);
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  site.Write("tessaril.toml", "");
+  EXPECT_FALSE(driver->IsShown("RulesLabel"));
+  driver->Activate();
+  EXPECT_TRUE(driver->IsShown("RulesLabel"));
+}
+
 TEST_F(SiteFile, SaysByWhichRulesARunJudges) {
   const char* const kClassicKeep = "Next (replacing as shown in the white field if changed)";
   const struct {

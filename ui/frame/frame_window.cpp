@@ -288,9 +288,12 @@ void FrameWindow::closeEvent(QCloseEvent* event) {
   Leave();
 }
 
-// The toolkit puts an older caption back when the window is minimized.
+// The user may come back from another program that changed the site file. And the toolkit puts an older
+// caption back when the window is minimized.
 void FrameWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
+  const bool comes_back = event->type() == QEvent::ActivationChange && isActiveWindow();
+  if (comes_back && main_ != nullptr && !main_->IsRunning()) main_->ShowRules();
   if (event->type() != QEvent::WindowStateChange) return;
   QMetaObject::invokeMethod(this, &FrameWindow::ShowCaption, Qt::QueuedConnection);
 }

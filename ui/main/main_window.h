@@ -64,9 +64,10 @@ class MainWindow : public QWidget, private RunStage {
   void RefreshFiles() { Picture1.filList->Refresh(); }
 
   /// The site file of the open folder, in it or in a folder above: whether there is one; its rules shown and
-  /// changed by the user, who may make one; and its end, after a question. Failures are told. None of these
-  /// is for the time of a run.
+  /// changed by the user, who may make one; and its end, after a question. Failures are told. ShowRules looks
+  /// for it anew and shows by which rules the chosen function judges. None of these is for the time of a run.
   bool HasSiteFile() const;
+  void ShowRules();
   void ChangeSiteRules();
   void RemoveSiteRules();
 
@@ -116,7 +117,6 @@ class MainWindow : public QWidget, private RunStage {
   RunEnd Run();
   RunOptions TakeOptions() const;
   bool TakeSite(RunOptions& options);
-  void ShowRules();
   void OpenCommandLine();
   bool OpenAndEnter(const std::string& folder);
   void MarkFile(const std::string& name);
