@@ -113,19 +113,10 @@ std::string SiteFinder::MessageFor(const JudgedLink& judged) {
     case FindingKind::kLetterCase:
       return "Differs in letter case: " + tree.PathOf(*judged.target->file);
     case FindingKind::kNoIndexFile:
-      return "No index file in folder: " + PathOf(*judged.target);
+      return "No index file in folder: " + site_.index.PathOf(*judged.target);
     default:
-      return ReasonFor(*judged.target) + ": " + PathOf(*judged.target);
+      return ReasonFor(*judged.target) + ": " + site_.index.PathOf(*judged.target);
   }
-}
-
-std::string SiteFinder::PathOf(const SiteTarget& target) {
-  std::string path = site_.index.tree().PathOf(site_.index.tree().root());
-  for (const std::string& name : target.names) {
-    if (!path.ends_with(kSeparator)) path += kSeparator;
-    path += name;
-  }
-  return path;
 }
 
 // Why a file cannot be opened, in the system's words.
@@ -135,9 +126,10 @@ std::string SiteFinder::ReasonFor(const SiteTarget& target) {
     return file->page->reading.reason();
   }
   const SiteEntry* const entry = tree.Find(target.names);
-  if (entry == nullptr) return Status::System(ENOENT).reason();
-  if (entry->is_file()) return Status::System(target.names_folder ? ENOTDIR : ENOENT).reason();
-  const Status status = site_.index.Examine(PathOf(target));
+  const bool is_closed = tree.LeadIntoClosed(target.names);
+  if (entry == nullptr && !is_closed) return Status::System(ENOENT).reason();
+  if (!is_closed && entry->is_file()) return Status::System(target.names_folder ? ENOTDIR : ENOENT).reason();
+  const Status status = site_.index.Examine(target);
   return (status.ok() ? Status::System(ENOENT) : status).reason();
 }
 

@@ -47,7 +47,6 @@ class SiteFinder {
   std::optional<SiteFinding> JudgeCase(const PageLink& link, std::size_t begin);
   std::string MessageFor(const JudgedLink& judged);
   std::string ReasonFor(const SiteTarget& target);
-  std::string PathOf(const SiteTarget& target);
   std::string MissingOf(const JudgedLink& judged) const;
 
   SiteEntry& file_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <utility>
 
 #include "engine/ascii.h"
@@ -285,9 +286,27 @@ bool SiteIndex::HasFragment(SiteEntry& file, std::string_view fragment) {
   return IsAlwaysThere(decoded) || page.anchors.Has(decoded) || page.hides_anchors;
 }
 
-Status SiteIndex::Examine(const std::string& path) {
+std::string SiteIndex::PathOf(const SiteTarget& target) const {
+  std::string path = options_.site->root;
+  for (const std::string& name : target.names) {
+    if (!path.ends_with(kSeparator)) path += kSeparator;
+    path += name;
+  }
+  return path;
+}
+
+Status SiteIndex::Examine(const SiteTarget& target) {
   FileStamp stamp;
-  return files_.Examine(path, stamp);
+  const std::string path = PathOf(target);
+  const SiteEntry* const entry = tree_.Find(target.names);
+  if (entry == nullptr || !entry->is_closed) return files_.Examine(path, stamp);
+  std::optional<Status> first;
+  for (const std::string& name : rules().index) {
+    Status status = files_.Examine(JoinPath(path, name), stamp);
+    if (status.ok()) return status;
+    if (!first) first = std::move(status);
+  }
+  return first.value_or(Status::System(EACCES));
 }
 
 SiteIndex::Base SiteIndex::BaseOf(SiteEntry& page, const std::optional<std::string>& base) {
@@ -405,7 +424,10 @@ void SiteIndex::Follow(SiteTarget& target, bool leaves_site) {
                           std::any_of(target.names.begin(), target.names.end(),
                                       [](const std::string& name) { return HasUpperCase(name); });
   SiteEntry* const entry = tree_.Find(target.names);
-  if (entry != nullptr) {
+  if ((entry == nullptr || !entry->is_file()) && tree_.LeadIntoClosed(target.names)) {
+    // Where names cannot be read, a file may be there all the same; which anchors it has is then not asked.
+    if (!Examine(target).ok()) target.fault = FindingKind::kMissingFile;
+  } else if (entry != nullptr) {
     target.file = FileOf(*entry, target.names_folder, target.fault);
   } else {
     SiteEntry* const meant = FindAnyCase(target);

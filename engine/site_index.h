@@ -160,8 +160,11 @@ class SiteIndex {
   /// Whether a fragment (percent-encoded) of a file leads somewhere.
   bool HasFragment(SiteEntry& file, std::string_view fragment);
 
-  /// Whether a file can be opened.
-  Status Examine(const std::string& path);
+  /// Whether the file of a target can be opened, by asking the system: the index file for a folder.
+  Status Examine(const SiteTarget& target);
+
+  /// The path of a target on the disk.
+  std::string PathOf(const SiteTarget& target) const;
 
   const SiteRules& rules() const { return options_.site->rules; }
 
