@@ -21,6 +21,16 @@ std::string SitePathOf(const SiteTarget& target) {
   return path;
 }
 
+// A name as a line of the report shows it: control codes are percent-encoded.
+std::string InOneLine(std::string_view name) {
+  std::string shown;
+  for (const char c : name) {
+    const bool is_control = static_cast<unsigned char>(c) < ' ' || c == 0x7F;
+    shown += is_control ? EncodedName(std::string_view(&c, 1)) : std::string(1, c);
+  }
+  return shown;
+}
+
 }  // namespace
 
 void SiteFinder::Begin(const PageValues& values) {
@@ -66,7 +76,7 @@ SiteFinding SiteFinder::OfName(const PageDoubt& fault, const PageLink& link) {
                       fault.begin + fault.size,
                       {},
                       std::nullopt};
-  finding.message = (is_map ? "No corresponding anchor: " : "Anchor defined twice: ") + name;
+  finding.message = (is_map ? "No corresponding anchor: " : "Anchor defined twice: ") + InOneLine(name);
   return finding;
 }
 
@@ -109,13 +119,13 @@ std::string SiteFinder::MessageFor(const JudgedLink& judged) {
     case FindingKind::kLeavesSite:
       return "Link leaves the site";
     case FindingKind::kMissingAnchor:
-      return "No corresponding anchor: " + judged.fragment;
+      return "No corresponding anchor: " + InOneLine(judged.fragment);
     case FindingKind::kLetterCase:
       return "Differs in letter case: " + tree.PathOf(*judged.target->file);
     case FindingKind::kNoIndexFile:
-      return "No index file in folder: " + site_.index.PathOf(*judged.target);
+      return "No index file in folder: " + InOneLine(site_.index.PathOf(*judged.target));
     default:
-      return ReasonFor(*judged.target) + ": " + site_.index.PathOf(*judged.target);
+      return ReasonFor(*judged.target) + ": " + InOneLine(site_.index.PathOf(*judged.target));
   }
 }
 
@@ -138,9 +148,9 @@ std::string SiteFinder::MissingOf(const JudgedLink& judged) const {
   switch (*judged.fault) {
     case FindingKind::kMissingFile:
     case FindingKind::kNoIndexFile:
-      return SitePathOf(*judged.target);
+      return InOneLine(SitePathOf(*judged.target));
     case FindingKind::kMissingAnchor:
-      return "/" + site_.index.tree().SitePathOf(*judged.target->file) + "#" + judged.fragment;
+      return "/" + site_.index.tree().SitePathOf(*judged.target->file) + "#" + InOneLine(judged.fragment);
     default:
       return {};
   }

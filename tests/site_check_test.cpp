@@ -203,6 +203,15 @@ TEST_F(SiteTest, SaysOfAFolderThatCannotBeListedWhatTheSystemDoes) {
   EXPECT_EQ(host_.findings[0].message, "Permission denied: /site/shut");
 }
 
+TEST_F(SiteTest, KeepsLinesOfTheReportWhole) {
+  EXPECT_EQ(FindOn("<a href='a%0D%0Ab'><a href='#c%00\n'><a id='d\n'><a id='d\n'>").size(), 3u);
+  for (const FindingRecord& finding : host_.findings) {
+    for (const char c : finding.message) EXPECT_GE(static_cast<unsigned char>(c), ' ') << finding.message;
+  }
+  EXPECT_EQ(End("Missing targets:").find("\r\n     1  /a%0D%0Ab\r\n     1  /p.html#c%00\r\n"), 0u)
+      << End("Missing targets:");
+}
+
 TEST_F(SiteTest, ReadsPagesInTheirEncodings) {
   Put("caf\xC3\xA9.html", "");
   Put("utf16.html", std::string("\xFF\xFE<\0p\0", 6));
