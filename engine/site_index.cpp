@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <limits>
 #include <utility>
 
 #include "engine/ascii.h"
@@ -125,8 +126,10 @@ PageForm SiteIndex::FormOf(const SiteEntry& file) const {
 SitePage& SiteIndex::PageOf(SiteEntry& file) {
   if (file.page) return *file.page;
   FileStamp stamp;
-  const Status status =
+  Status status =
       handle_input_() ? files_.Read(tree_.PathOf(file), bytes_, stamp) : Status::Failure("Stopped");
+  constexpr std::size_t kMost = std::numeric_limits<std::uint32_t>::max();  // by the places that are kept
+  if (status.ok() && bytes_.size() > kMost) status = Status::System(EFBIG);
   if (status.ok()) {
     SitePage& page = Take(file, {bytes_.data(), bytes_.size()}, stamp);
     if (keeps_words_) KeepWords(page);
