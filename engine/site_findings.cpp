@@ -98,6 +98,16 @@ std::optional<SiteFinding> SiteFinder::Judge(const PageLink& link, std::size_t b
   return finding;
 }
 
+bool SiteFinder::IsInOrderElsewhere(const PageLink& link) {
+  std::string memory;
+  const std::string_view value = values_->Read(link.value, link.spelling, memory);
+  for (SiteEntry* const other : site_.index.OtherNamesOf(file_)) {
+    const SiteIndex::Base base = site_.index.BaseOf(*other, file_.page->base);
+    if (!site_.index.Judge(value, link.spelling, base).fault) return true;
+  }
+  return false;
+}
+
 // Upper-case letters in the name of a file that is there.
 std::optional<SiteFinding> SiteFinder::JudgeCase(const PageLink& link, std::size_t begin) {
   if (!site_.index.rules().lowercase_names) return std::nullopt;

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <iterator>
 #include <limits>
+#include <map>
 #include <utility>
 
 #include "engine/ascii.h"
@@ -310,6 +312,23 @@ Status SiteIndex::Examine(const SiteTarget& target) {
     if (!first) first = std::move(status);
   }
   return first.value_or(Status::System(EACCES));
+}
+
+const std::vector<SiteEntry*>& SiteIndex::OtherNamesOf(const SiteEntry& page) {
+  if (!std::exchange(knows_other_names_, true)) {
+    std::map<std::pair<std::uint64_t, std::uint64_t>, std::vector<SiteEntry*>> names;
+    tree_.ForEachFile(tree_.root(), [&](SiteEntry& file) {
+      FileStamp stamp;
+      if (FormOf(file) == PageForm::kNone || !files_.Examine(tree_.PathOf(file), stamp).ok()) return;
+      if (stamp.inode != 0) names[{stamp.device, stamp.inode}].push_back(&file);
+    });
+    for (const auto& [place, same] : names) {
+      for (const SiteEntry* const one : same) {
+        if (same.size() > 1) std::ranges::remove_copy(same, std::back_inserter(other_names_[one]), one);
+      }
+    }
+  }
+  return other_names_[&page];
 }
 
 SiteIndex::Base SiteIndex::BaseOf(SiteEntry& page, const std::optional<std::string>& base) {
