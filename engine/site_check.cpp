@@ -32,6 +32,7 @@ class SiteCheck {
  private:
   void Find(std::size_t from);
   bool Report(const SiteFinding& finding);
+  bool IsCertain(const SiteFinding& finding);
   bool PutToUser(const SiteFinding& finding, const std::string& error, const PageText::Span& span,
                  const std::string& excerpt);
   void NoteMissing(const SiteFinding& finding) {
@@ -83,10 +84,18 @@ bool SiteCheck::Report(const SiteFinding& finding) {
   page_.BeginEntry(error.size() + excerpt.size());
   AppendLinkError(error, excerpt, run_.state.Results);
   page_.NoteFinding(finding.kind, finding.begin, finding.end, finding.message, finding.proposal);
-  const bool is_shown = run_.options.ShowEach || (run_.options.AcceptCertain && finding.is_certain);
+  const bool is_shown = run_.options.ShowEach || (run_.options.AcceptCertain && IsCertain(finding));
   if (is_shown) return PutToUser(finding, error, span, excerpt);
   NoteMissing(finding);
   return true;
+}
+
+// Whether the proposal is right wherever the page is seen.
+bool SiteCheck::IsCertain(const SiteFinding& finding) {
+  if (!finding.is_certain) return false;
+  std::string value;
+  page_.text().AppendSlice(finding.begin, finding.end, value);
+  return !finder_.IsInOrderElsewhere({value, finding.spelling});
 }
 
 bool SiteCheck::PutToUser(const SiteFinding& finding, const std::string& error, const PageText::Span& span,

@@ -21,6 +21,16 @@ std::string SitePathOf(const SiteTarget& target) {
   return path;
 }
 
+// A name as a line of the report shows it: control codes are percent-encoded.
+std::string InOneLine(std::string_view name) {
+  std::string shown;
+  for (const char c : name) {
+    const bool is_control = static_cast<unsigned char>(c) < ' ' || c == 0x7F;
+    shown += is_control ? EncodedName(std::string_view(&c, 1)) : std::string(1, c);
+  }
+  return shown;
+}
+
 }  // namespace
 
 void SiteFinder::Begin(const PageValues& values) {
@@ -67,7 +77,7 @@ SiteFinding SiteFinder::OfName(const PageDoubt& fault, const PageLink& link) {
                       fault.begin + fault.size,
                       {},
                       std::nullopt};
-  finding.message = (is_map ? "No corresponding anchor: " : "Anchor defined twice: ") + name;
+  finding.message = (is_map ? "No corresponding anchor: " : "Anchor defined twice: ") + InOneLine(name);
   return finding;
 }
 
@@ -87,6 +97,16 @@ std::optional<SiteFinding> SiteFinder::Judge(const PageLink& link, std::size_t b
     finding.is_certain = proposal->is_certain;
   }
   return finding;
+}
+
+bool SiteFinder::IsInOrderElsewhere(const PageLink& link) {
+  std::string memory;
+  const std::string_view value = values_->Read(link.value, link.spelling, memory);
+  for (SiteEntry* const other : site_.index.OtherNamesOf(file_)) {
+    const SiteIndex::Base base = site_.index.BaseOf(*other, file_.page->base);
+    if (!site_.index.Judge(value, link.spelling, base).fault) return true;
+  }
+  return false;
 }
 
 // Upper-case letters in the name of a file that is there.
@@ -110,23 +130,14 @@ std::string SiteFinder::MessageFor(const JudgedLink& judged) {
     case FindingKind::kLeavesSite:
       return "Link leaves the site";
     case FindingKind::kMissingAnchor:
-      return "No corresponding anchor: " + judged.fragment;
+      return "No corresponding anchor: " + InOneLine(judged.fragment);
     case FindingKind::kLetterCase:
       return "Differs in letter case: " + tree.PathOf(*judged.target->file);
     case FindingKind::kNoIndexFile:
-      return "No index file in folder: " + PathOf(*judged.target);
+      return "No index file in folder: " + InOneLine(site_.index.PathOf(*judged.target));
     default:
-      return ReasonFor(*judged.target) + ": " + PathOf(*judged.target);
+      return ReasonFor(*judged.target) + ": " + InOneLine(site_.index.PathOf(*judged.target));
   }
-}
-
-std::string SiteFinder::PathOf(const SiteTarget& target) {
-  std::string path = site_.index.tree().PathOf(site_.index.tree().root());
-  for (const std::string& name : target.names) {
-    if (!path.ends_with(kSeparator)) path += kSeparator;
-    path += name;
-  }
-  return path;
 }
 
 // Why a file cannot be opened, in the system's words.
@@ -136,9 +147,10 @@ std::string SiteFinder::ReasonFor(const SiteTarget& target) {
     return file->page->reading.reason();
   }
   const SiteEntry* const entry = tree.Find(target.names);
-  if (entry == nullptr) return Status::System(ENOENT).reason();
-  if (entry->is_file()) return Status::System(target.names_folder ? ENOTDIR : ENOENT).reason();
-  const Status status = site_.index.Examine(PathOf(target));
+  const bool is_closed = tree.LeadIntoClosed(target.names);
+  if (entry == nullptr && !is_closed) return Status::System(ENOENT).reason();
+  if (!is_closed && entry->is_file()) return Status::System(target.names_folder ? ENOTDIR : ENOENT).reason();
+  const Status status = site_.index.Examine(target);
   return (status.ok() ? Status::System(ENOENT) : status).reason();
 }
 
@@ -147,9 +159,9 @@ std::string SiteFinder::MissingOf(const JudgedLink& judged) const {
   switch (*judged.fault) {
     case FindingKind::kMissingFile:
     case FindingKind::kNoIndexFile:
-      return SitePathOf(*judged.target);
+      return InOneLine(SitePathOf(*judged.target));
     case FindingKind::kMissingAnchor:
-      return "/" + site_.index.tree().SitePathOf(*judged.target->file) + "#" + judged.fragment;
+      return "/" + site_.index.tree().SitePathOf(*judged.target->file) + "#" + InOneLine(judged.fragment);
     default:
       return {};
   }

@@ -39,6 +39,10 @@ class SiteFinder {
   /// when it is in order.
   std::optional<SiteFinding> Judge(const PageLink& link, std::size_t begin, bool with_proposals);
 
+  /// Whether a link that is not in order here is so where the page bears another name, as that of a symbolic
+  /// link to it: a change would break it there.
+  bool IsInOrderElsewhere(const PageLink& link);
+
  private:
   void Begin(const PageValues& values);
   void Add(const PageDoubt& fault, std::string_view value, bool with_proposals,
@@ -47,7 +51,6 @@ class SiteFinder {
   std::optional<SiteFinding> JudgeCase(const PageLink& link, std::size_t begin);
   std::string MessageFor(const JudgedLink& judged);
   std::string ReasonFor(const SiteTarget& target);
-  std::string PathOf(const SiteTarget& target);
   std::string MissingOf(const JudgedLink& judged) const;
 
   SiteEntry& file_;

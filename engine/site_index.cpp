@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <iterator>
+#include <limits>
+#include <map>
 #include <utility>
 
 #include "engine/ascii.h"
@@ -124,8 +128,10 @@ PageForm SiteIndex::FormOf(const SiteEntry& file) const {
 SitePage& SiteIndex::PageOf(SiteEntry& file) {
   if (file.page) return *file.page;
   FileStamp stamp;
-  const Status status =
+  Status status =
       handle_input_() ? files_.Read(tree_.PathOf(file), bytes_, stamp) : Status::Failure("Stopped");
+  constexpr std::size_t kMost = std::numeric_limits<std::uint32_t>::max();  // by the places that are kept
+  if (status.ok() && bytes_.size() > kMost) status = Status::System(EFBIG);
   if (status.ok()) {
     SitePage& page = Take(file, {bytes_.data(), bytes_.size()}, stamp);
     if (keeps_words_) KeepWords(page);
@@ -285,9 +291,44 @@ bool SiteIndex::HasFragment(SiteEntry& file, std::string_view fragment) {
   return IsAlwaysThere(decoded) || page.anchors.Has(decoded) || page.hides_anchors;
 }
 
-Status SiteIndex::Examine(const std::string& path) {
+std::string SiteIndex::PathOf(const SiteTarget& target) const {
+  std::string path = options_.site->root;
+  for (const std::string& name : target.names) {
+    if (!path.ends_with(kSeparator)) path += kSeparator;
+    path += name;
+  }
+  return path;
+}
+
+Status SiteIndex::Examine(const SiteTarget& target) {
   FileStamp stamp;
-  return files_.Examine(path, stamp);
+  const std::string path = PathOf(target);
+  const SiteEntry* const entry = tree_.Find(target.names);
+  if (entry == nullptr || !entry->is_closed) return files_.Examine(path, stamp);
+  std::optional<Status> first;
+  for (const std::string& name : rules().index) {
+    Status status = files_.Examine(JoinPath(path, name), stamp);
+    if (status.ok()) return status;
+    if (!first) first = std::move(status);
+  }
+  return first.value_or(Status::System(EACCES));
+}
+
+const std::vector<SiteEntry*>& SiteIndex::OtherNamesOf(const SiteEntry& page) {
+  if (!std::exchange(knows_other_names_, true)) {
+    std::map<std::pair<std::uint64_t, std::uint64_t>, std::vector<SiteEntry*>> names;
+    tree_.ForEachFile(tree_.root(), [&](SiteEntry& file) {
+      FileStamp stamp;
+      if (FormOf(file) == PageForm::kNone || !files_.Examine(tree_.PathOf(file), stamp).ok()) return;
+      if (stamp.inode != 0) names[{stamp.device, stamp.inode}].push_back(&file);
+    });
+    for (const auto& [place, same] : names) {
+      for (const SiteEntry* const one : same) {
+        if (same.size() > 1) std::ranges::remove_copy(same, std::back_inserter(other_names_[one]), one);
+      }
+    }
+  }
+  return other_names_[&page];
 }
 
 SiteIndex::Base SiteIndex::BaseOf(SiteEntry& page, const std::optional<std::string>& base) {
@@ -405,7 +446,10 @@ void SiteIndex::Follow(SiteTarget& target, bool leaves_site) {
                           std::any_of(target.names.begin(), target.names.end(),
                                       [](const std::string& name) { return HasUpperCase(name); });
   SiteEntry* const entry = tree_.Find(target.names);
-  if (entry != nullptr) {
+  if ((entry == nullptr || !entry->is_file()) && tree_.LeadIntoClosed(target.names)) {
+    // Where names cannot be read, a file may be there all the same; which anchors it has is then not asked.
+    if (!Examine(target).ok()) target.fault = FindingKind::kMissingFile;
+  } else if (entry != nullptr) {
     target.file = FileOf(*entry, target.names_folder, target.fault);
   } else {
     SiteEntry* const meant = FindAnyCase(target);

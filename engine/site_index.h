@@ -160,8 +160,15 @@ class SiteIndex {
   /// Whether a fragment (percent-encoded) of a file leads somewhere.
   bool HasFragment(SiteEntry& file, std::string_view fragment);
 
-  /// Whether a file can be opened.
-  Status Examine(const std::string& path);
+  /// Whether the file of a target can be opened, by asking the system: the index file for a folder.
+  Status Examine(const SiteTarget& target);
+
+  /// The path of a target on the disk.
+  std::string PathOf(const SiteTarget& target) const;
+
+  /// Other names of the file of a page in the site: links to it, symbolic or hard ones. As it was when first
+  /// asked for.
+  const std::vector<SiteEntry*>& OtherNamesOf(const SiteEntry& page);
 
   const SiteRules& rules() const { return options_.site->rules; }
 
@@ -209,6 +216,8 @@ class SiteIndex {
   bool keeps_ways_;  // the pages that each page leads to are needed later
   std::unordered_map<std::string, SiteTarget, Hash, std::equal_to<>> targets_;
   std::string key_;
+  std::unordered_map<const SiteEntry*, std::vector<SiteEntry*>> other_names_;
+  bool knows_other_names_ = false;
   std::string cgi_name_;
   std::string lower_cgi_name_;
   ByteBuffer bytes_;  // memory for the page that is read

@@ -12,13 +12,14 @@ SiteTree::SiteTree(Files& files, const std::string& root) : files_(files), path_
   root_->kind = EntryKind::kFolder;
 }
 
-// What cannot be listed is taken for an empty folder; what is no folder after all, for a file.
+// What cannot be listed has no entries that are known; what is no folder after all is left as it is.
 void SiteTree::List(SiteEntry& folder) {
   folder.is_listed = true;
   std::vector<FolderEntry> found;
   FileStamp stamp;
   const Status status = files_.ListFolder(PathOf(folder), found, stamp);
   if (!status.ok() && !folder.is_folder()) return;
+  folder.is_closed = !status.ok();
   folder.is_linked_folder = !folder.is_folder();
   struct Sorted {
     std::string lower;
@@ -70,6 +71,17 @@ SiteEntry* SiteTree::Find(std::span<const std::string> names) {
     if (entry == nullptr) return nullptr;
   }
   return entry;
+}
+
+bool SiteTree::LeadIntoClosed(std::span<const std::string> names) {
+  SiteEntry* entry = root_;
+  for (const std::string& name : names) {
+    SiteEntry* const next = Child(*entry, name);
+    if (next == nullptr) break;
+    entry = next;
+  }
+  (void)EntriesOf(*entry);
+  return entry->is_closed;
 }
 
 void SiteTree::ForEachFile(SiteEntry& folder, const std::function<void(SiteEntry&)>& use) {

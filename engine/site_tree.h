@@ -31,6 +31,7 @@ struct SiteEntry {
   // Of a folder: its entries, once they are listed, sorted as a run visits them.
   bool is_listed = false;
   bool is_linked_folder = false;  // a symbolic link to a folder
+  bool is_closed = false;         // its entries cannot be listed
   std::vector<SiteEntry*> entries;
   std::unordered_map<std::string_view, SiteEntry*> by_name;
   // The entries by their names in lower case, made when one was not found by its name.
@@ -53,6 +54,9 @@ class SiteTree {
   /// The entry with these names from the root on; null when there is none. A symbolic link to a folder is
   /// followed.
   SiteEntry* Find(std::span<const std::string> names);
+
+  /// Whether the names lead into a folder that cannot be listed, so that it is not known what is there.
+  bool LeadIntoClosed(std::span<const std::string> names);
 
   /// The entry of that name in a folder; null when there is none.
   SiteEntry* Child(SiteEntry& folder, std::string_view name);

@@ -16,36 +16,47 @@ struct Gap {
   std::size_t new_end;
 };
 
-// What is left between the elements when as many as can be stay: the longest common subsequence.
+// What is left between the elements when as many as can be stay: the longest common subsequence of what
+// stands between the elements that both begin with and those that both end with.
 std::vector<Gap> Gaps(const std::vector<TomlValue>& olds, const std::vector<std::string>& news) {
-  // longest[i][j]: for the elements from old i and new j on.
-  std::vector<std::vector<std::size_t>> longest(olds.size() + 1, std::vector<std::size_t>(news.size() + 1));
-  for (std::size_t i = olds.size(); i-- > 0;) {
-    for (std::size_t j = news.size(); j-- > 0;) {
-      longest[i][j] = olds[i].text == news[j] ? longest[i + 1][j + 1] + 1
-                                              : std::max(longest[i + 1][j], longest[i][j + 1]);
+  const std::size_t shorter = std::min(olds.size(), news.size());
+  std::size_t begin = 0;
+  while (begin < shorter && olds[begin].text == news[begin]) ++begin;
+  std::size_t behind = 0;
+  while (behind < shorter - begin && olds[olds.size() - 1 - behind].text == news[news.size() - 1 - behind])
+    ++behind;
+  const std::size_t old_end = olds.size() - behind;
+  const std::size_t new_end = news.size() - behind;
+  // longest[i][j]: for the elements from old begin + i and new begin + j on.
+  std::vector<std::vector<std::size_t>> longest(old_end - begin + 1,
+                                                std::vector<std::size_t>(new_end - begin + 1));
+  for (std::size_t i = old_end - begin; i-- > 0;) {
+    for (std::size_t j = new_end - begin; j-- > 0;) {
+      longest[i][j] = olds[begin + i].text == news[begin + j]
+                          ? longest[i + 1][j + 1] + 1
+                          : std::max(longest[i + 1][j], longest[i][j + 1]);
     }
   }
   std::vector<Gap> gaps;
-  Gap gap{};
+  Gap gap{begin, 0, begin, 0};
   const auto close = [&](std::size_t i, std::size_t j) {
     gap.old_end = i;
     gap.new_end = j;
     if (gap.old_begin < i || gap.new_begin < j) gaps.push_back(gap);
     gap = {i + 1, 0, j + 1, 0};
   };
-  std::size_t i = 0;
-  std::size_t j = 0;
-  while (i < olds.size() && j < news.size()) {
+  std::size_t i = begin;
+  std::size_t j = begin;
+  while (i < old_end && j < new_end) {
     if (olds[i].text == news[j]) {
       close(i++, j++);
-    } else if (longest[i + 1][j] >= longest[i][j + 1]) {
+    } else if (longest[i - begin + 1][j - begin] >= longest[i - begin][j - begin + 1]) {
       ++i;
     } else {
       ++j;
     }
   }
-  close(olds.size(), news.size());
+  close(old_end, new_end);
   return gaps;
 }
 

@@ -197,6 +197,29 @@ TEST_F(SiteTest, TakesNamesOfFoldersAsTheyAre) {
   for (const std::string& line : found) EXPECT_NE(line.find("missing-file ../a"), std::string::npos) << line;
 }
 
+TEST_F(SiteTest, SaysOfAFolderThatCannotBeListedWhatTheSystemDoes) {
+  Put("shut/a.html", "<p id=x>");
+  Put("shut/index.html", "");
+  Put("shut/closed.html", "");
+  files_.unreadable = {"/site/shut", "/site/shut/closed.html"};
+  const std::string links =
+      "<a href=shut/a.html#y><a href=shut/><a href=shut><a href=shut/closed.html><a href=shut/no>";
+  EXPECT_EQ(FindOn(links), (Lines{"1:58 missing-file shut/closed.html", "1:83 missing-file shut/no"}));
+  EXPECT_EQ(host_.findings[0].message.find("Permission denied: /site/shut/closed.html"), 0u);
+  files_.unreadable.insert("/site/shut/index.html");
+  EXPECT_EQ(FindOn("<a href=shut/>"), Lines{"1:9 missing-file shut/"});
+  EXPECT_EQ(host_.findings[0].message, "Permission denied: /site/shut");
+}
+
+TEST_F(SiteTest, KeepsLinesOfTheReportWhole) {
+  EXPECT_EQ(FindOn("<a href='a%0D%0Ab'><a href='#c%00\n'><a id='d\n'><a id='d\n'>").size(), 3u);
+  for (const FindingRecord& finding : host_.findings) {
+    for (const char c : finding.message) EXPECT_GE(static_cast<unsigned char>(c), ' ') << finding.message;
+  }
+  EXPECT_EQ(End("Missing targets:").find("\r\n     1  /a%0D%0Ab\r\n     1  /p.html#c%00\r\n"), 0u)
+      << End("Missing targets:");
+}
+
 TEST_F(SiteTest, ReadsPagesInTheirEncodings) {
   Put("caf\xC3\xA9.html", "");
   Put("utf16.html", std::string("\xFF\xFE<\0p\0", 6));

@@ -124,6 +124,16 @@ TEST(SiteRules, ChangeOnlyTheirOwnBytes) {
             "rules = \"classic\"\nallow_unlinked = [\"x\"]\n");
 }
 
+TEST(SiteRules, TakeListsThatAreLong) {
+  SiteRules rules;
+  for (int i = 0; i < 100000; ++i) rules.ignore_links.push_back("a/" + std::to_string(i));
+  const std::string text = NewSiteText(rules);
+  rules.ignore_links.insert(rules.ignore_links.begin() + 50000, "b");
+  SiteRules read;
+  EXPECT_EQ(ReadSiteRules(ChangedSiteText(text, rules), read).reason(), "");
+  EXPECT_TRUE(read == rules);
+}
+
 // Whatever a list looks like and becomes: it states the new texts, and no comment is lost.
 TEST(SiteRules, ChangeInEveryLayout) {
   std::mt19937 random(11);

@@ -121,6 +121,24 @@ TEST_F(Tsl, JudgesTheSampleSiteByEitherRules) {
                                    "index.htm:22 missing-anchor", "links.htm:13 file-link"}));
 }
 
+TEST_F(Tsl, MendsUnseenOnlyWhatIsRightByEveryNameOfAPage) {
+  const std::string page = "<img src=Img.png><img src=IMG.PNG>";
+  for (const bool symbolic : {true, false}) {
+    ScratchFolder site;
+    for (const char* name : {"tessaril.toml", "img.png", "real/Img.png"}) site.Write(name, "");
+    site.Write("real/p.html", page);
+    symbolic ? fs::create_symlink("real/p.html", site / "p.html")
+             : fs::create_hard_link(site / "real/p.html", site / "p.html");
+    EXPECT_EQ(RunTsl({"links", site.path(), "--yes"}).status, 1);
+    EXPECT_EQ(site.Read("real/p.html"), "<img src=Img.png><img src=Img.png>");
+    // Where all names agree there is nothing against it.
+    site.Write("real/p.html", page);
+    fs::rename(site / "img.png", site / "Img.png");
+    EXPECT_EQ(RunTsl({"links", site.path(), "--yes"}).status, 1);
+    EXPECT_EQ(site.Read("p.html"), "<img src=Img.png><img src=Img.png>");
+  }
+}
+
 TEST_F(Tsl, TakesAnswersFromAFileAndNotesThem) {
   scratch.Write("a.htm", "1 hit 2 hit");
   scratch.Write("answers", "replace");
