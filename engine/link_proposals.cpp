@@ -97,7 +97,7 @@ std::string Spelled(std::string_view text, Spelling spelling) {
 
 std::optional<LinkProposal> LinkProposals::For(const JudgedLink& judged, std::string_view value,
                                                std::string_view text, Spelling spelling,
-                                               const SiteIndex::Base& base) {
+                                               const LinkBase& base) {
   if (!judged.fault || judged.target == nullptr) return std::nullopt;
   std::string memory;
   const WebAddress address = SplitAddress(text, memory);
@@ -122,7 +122,7 @@ std::optional<LinkProposal> LinkProposals::For(const JudgedLink& judged, std::st
 }
 
 std::optional<std::string> LinkProposals::PathFor(const JudgedLink& judged, std::string_view path,
-                                                  const SiteIndex::Base& base) {
+                                                  const LinkBase& base) {
   const SiteTarget& target = *judged.target;
   if (judged.fault == FindingKind::kMissingFile) return OtherFile(target, path, base);
   if (target.file == nullptr) return std::nullopt;
@@ -138,7 +138,7 @@ std::optional<std::string> LinkProposals::PathFor(const JudgedLink& judged, std:
 }
 
 std::optional<std::string> LinkProposals::OtherFile(const SiteTarget& target, std::string_view path,
-                                                    const SiteIndex::Base& base) {
+                                                    const LinkBase& base) {
   if (target.names.empty() || target.names_folder) return std::nullopt;
   std::string key;
   for (const std::string& name : target.names) key += "/" + name;

@@ -27,13 +27,11 @@ class LinkProposals {
   /// For a link that was judged, seen from `base`: `value` is what stands in the page, `text` the same with
   /// its spelling resolved.
   std::optional<LinkProposal> For(const JudgedLink& judged, std::string_view value, std::string_view text,
-                                  Spelling spelling, const SiteIndex::Base& base);
+                                  Spelling spelling, const LinkBase& base);
 
  private:
-  std::optional<std::string> PathFor(const JudgedLink& judged, std::string_view path,
-                                     const SiteIndex::Base& base);
-  std::optional<std::string> OtherFile(const SiteTarget& target, std::string_view path,
-                                       const SiteIndex::Base& base);
+  std::optional<std::string> PathFor(const JudgedLink& judged, std::string_view path, const LinkBase& base);
+  std::optional<std::string> OtherFile(const SiteTarget& target, std::string_view path, const LinkBase& base);
   std::optional<std::string> NearAnchor(SiteEntry& file, const std::string& fragment);
 
   SiteIndex& index_;

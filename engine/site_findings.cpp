@@ -35,7 +35,7 @@ std::string InOneLine(std::string_view name) {
 
 void SiteFinder::Begin(const PageValues& values) {
   values_ = values;
-  base_ = site_.index.BaseOf(file_, file_.page->base);
+  base_ = site_.index.targets().BaseOf(file_, file_.page->base);
 }
 
 std::vector<SiteFinding> SiteFinder::Find(std::string_view text, std::size_t from, bool with_proposals) {
@@ -103,7 +103,7 @@ bool SiteFinder::IsInOrderElsewhere(const PageLink& link) {
   std::string memory;
   const std::string_view value = values_->Read(link.value, link.spelling, memory);
   for (SiteEntry* const other : site_.index.OtherNamesOf(file_)) {
-    const SiteIndex::Base base = site_.index.BaseOf(*other, file_.page->base);
+    const LinkBase base = site_.index.targets().BaseOf(*other, file_.page->base);
     if (!site_.index.Judge(value, link.spelling, base).fault) return true;
   }
   return false;
@@ -134,9 +134,9 @@ std::string SiteFinder::MessageFor(const JudgedLink& judged) {
     case FindingKind::kLetterCase:
       return "Differs in letter case: " + tree.PathOf(*judged.target->file);
     case FindingKind::kNoIndexFile:
-      return "No index file in folder: " + InOneLine(site_.index.PathOf(*judged.target));
+      return "No index file in folder: " + InOneLine(site_.index.targets().PathOf(*judged.target));
     default:
-      return ReasonFor(*judged.target) + ": " + InOneLine(site_.index.PathOf(*judged.target));
+      return ReasonFor(*judged.target) + ": " + InOneLine(site_.index.targets().PathOf(*judged.target));
   }
 }
 
@@ -150,7 +150,7 @@ std::string SiteFinder::ReasonFor(const SiteTarget& target) {
   const bool is_closed = tree.LeadIntoClosed(target.names);
   if (entry == nullptr && !is_closed) return Status::System(ENOENT).reason();
   if (!is_closed && entry->is_file()) return Status::System(target.names_folder ? ENOTDIR : ENOENT).reason();
-  const Status status = site_.index.Examine(target);
+  const Status status = site_.index.targets().Examine(target);
   return (status.ok() ? Status::System(ENOENT) : status).reason();
 }
 

@@ -56,7 +56,7 @@ class SiteFinder {
   SiteEntry& file_;
   SiteRun& site_;
   std::optional<PageValues> values_;
-  SiteIndex::Base base_;
+  LinkBase base_;
 };
 
 }  // namespace tessaril

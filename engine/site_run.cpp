@@ -30,7 +30,7 @@ void SiteRun::MarkByWays(const std::vector<std::string>& start) {
   tree.ForEachFile(tree.root(), [](SiteEntry& file) { file.is_linked = false; });
   std::vector<SiteEntry*> open;
   for (const std::string& path : start) {
-    if (SiteEntry* const page = index.FileAt(path)) open.push_back(page);
+    if (SiteEntry* const page = index.targets().FileAt(path)) open.push_back(page);
   }
   while (!open.empty()) {
     SiteEntry* const page = open.back();
@@ -67,9 +67,9 @@ void SiteRun::LookForUnlinked(const std::string& folder) {
 }
 
 std::string MissingStartPage(Files& files, const RunOptions& options) {
-  SiteIndex index(files, options, false, [] { return true; });
+  SiteTargets targets(files, options);
   for (const std::string& path : options.site->rules.start) {
-    if (index.FileAt(path) == nullptr) return path;
+    if (targets.FileAt(path) == nullptr) return path;
   }
   return {};
 }
