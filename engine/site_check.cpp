@@ -40,7 +40,9 @@ class SiteCheck {
   }
   bool Correct(const PageText::Span& span, const std::string& text);
   void GoOnBehind(const SiteFinding& finding, bool as_proposed, std::size_t changed);
+  void TellAll();
   Status WriteAll();
+  void TakeBackUnwritten();
 
   HtmlPage& page_;
   SiteEntry& file_;
@@ -55,6 +57,17 @@ class SiteCheck {
 };
 
 Status SiteCheck::Run() {
+  try {
+    TellAll();
+  } catch (...) {
+    TakeBackUnwritten();
+    throw;
+  }
+  if (!unwritten_.empty() && status_.ok()) status_ = WriteAll();
+  return status_;
+}
+
+void SiteCheck::TellAll() {
   Find(0);
   while (next_ < findings_.size() && status_.ok() && run_.HandleInput()) {
     SiteFinding finding = std::move(findings_[next_++]);
@@ -62,8 +75,6 @@ Status SiteCheck::Run() {
     finding.end += shift_;
     if (!Report(finding)) break;
   }
-  if (!unwritten_.empty() && status_.ok()) status_ = WriteAll();
-  return status_;
 }
 
 void SiteCheck::Find(std::size_t from) {
@@ -76,9 +87,7 @@ void SiteCheck::Find(std::size_t from) {
 bool SiteCheck::Report(const SiteFinding& finding) {
   PageText& text = page_.text();
   const PageText::Span span = ExcerptOf(text, finding.begin, finding.end);
-  const PagePlace place = page_.PlaceOf(finding.begin);
-  const std::string error =
-      finding.message + ", line " + std::to_string(place.line) + ", column " + std::to_string(place.column);
+  const std::string error = ErrorText(finding, page_.PlaceOf(finding.begin));
   std::string excerpt;
   text.AppendSlice(span.begin, span.end, excerpt);
   page_.BeginEntry(error.size() + excerpt.size());
@@ -158,14 +167,19 @@ void SiteCheck::GoOnBehind(const SiteFinding& finding, bool as_proposed, std::si
   (void)Report(*again);
 }
 
-// The pages that are written at once in the end: when that fails, the report is not to tell of a change.
+// Where nobody is asked, a page is written at once in the end.
 Status SiteCheck::WriteAll() {
   Status status = page_.WriteChanges();
-  if (status.ok()) return status;
+  if (!status.ok()) TakeBackUnwritten();
+  return status;
+}
+
+// The report is not to tell of a change that was not made.
+void SiteCheck::TakeBackUnwritten() {
   for (auto change = unwritten_.rbegin(); change != unwritten_.rend(); ++change) {
     run_.state.Results.erase(change->first, change->second);
   }
-  return status;
+  unwritten_.clear();
 }
 
 // A page whose report was kept when it was read.

@@ -160,8 +160,11 @@ void SiteIndex::TakeLink(const PageLink& link, Taking& taking) {
 
 // Of the page that was read just now.
 void SiteIndex::KeepWords(SitePage& page) {
-  constexpr std::size_t kMost = 8;  // a page with more is read again
-  if (page.faults.empty() || page.faults.size() > kMost) return;
+  // A page with more or longer ones is read again.
+  constexpr std::size_t kMost = 8;
+  constexpr std::size_t kLongest = 1024;  // bytes
+  const auto is_long = [](const PageDoubt& fault) { return fault.size > kLongest; };
+  if (page.faults.empty() || page.faults.size() > kMost || std::ranges::any_of(page.faults, is_long)) return;
   PageText text(bytes_);
   PagePlaces places;
   std::stable_sort(page.faults.begin(), page.faults.end(), IsBefore);
