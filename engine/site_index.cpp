@@ -47,7 +47,6 @@ bool IsViewOfPicture(std::string_view fragment) {
 SiteIndex::SiteIndex(Files& files, const RunOptions& options, bool keeps_words,
                      std::function<bool()> handle_input)
     : files_(files),
-      options_(options),
       keeps_words_(keeps_words),
       handle_input_(std::move(handle_input)),
       targets_(files, options),

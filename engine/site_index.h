@@ -132,7 +132,6 @@ class SiteIndex {
   void MarkLinked(const LinkBase& base, SiteEntry* file, SitePage& page);
 
   Files& files_;
-  const RunOptions& options_;
   bool keeps_words_;
   std::function<bool()> handle_input_;
   SiteTargets targets_;
