@@ -57,6 +57,13 @@ constexpr bool EqualsLower(std::string_view text, std::string_view lower) {
   return true;
 }
 
+/// The value of a hexadecimal digit, 0 to 15; -1 for any other byte.
+constexpr int HexadecimalDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  const char lower = ToLower(c);
+  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
 constexpr char ToUpper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
 }

@@ -21,12 +21,6 @@ bool IsNameByte(char c) {
          static_cast<unsigned char>(c) >= 0x80;
 }
 
-int HexadecimalDigit(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  const char lower = ToLower(c);
-  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
 // Whether a name, as it stands, is that name.
 bool IsName(std::string_view name, std::string_view lower) {
   if (name.find('\\') == std::string_view::npos) return EqualsLower(name, lower);

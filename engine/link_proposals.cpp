@@ -140,9 +140,7 @@ std::optional<std::string> LinkProposals::PathFor(const JudgedLink& judged, std:
 std::optional<std::string> LinkProposals::OtherFile(const SiteTarget& target, std::string_view path,
                                                     const LinkBase& base) {
   if (target.names.empty() || target.names_folder) return std::nullopt;
-  std::string key;
-  for (const std::string& name : target.names) key += "/" + name;
-  const auto [known, is_new] = other_files_.try_emplace(std::move(key), nullptr);
+  const auto [known, is_new] = other_files_.try_emplace(JoinedNames(target.names), nullptr);
   if (is_new) {
     SiteTree& tree = index_.tree();
     const auto same = tree.FilesNamed(target.names.back());

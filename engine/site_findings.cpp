@@ -15,9 +15,8 @@ constexpr std::string_view kUpperCase =
     "Found UPPERcase characters in link filename! Correct manually to lowercase if suitable!";
 
 std::string SitePathOf(const SiteTarget& target) {
-  std::string path;
-  for (const std::string& name : target.names) path += "/" + name;
-  if (path.empty() || target.names_folder) path += "/";
+  std::string path = "/" + JoinedNames(target.names);
+  if (target.names_folder && !target.names.empty()) path += '/';
   return path;
 }
 

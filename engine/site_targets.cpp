@@ -11,8 +11,7 @@ namespace tessaril {
 namespace {
 
 std::string Joined(const std::vector<std::string>& names, bool names_folder) {
-  std::string path;
-  for (const std::string& name : names) path += (path.empty() ? "" : "/") + name;
+  std::string path = JoinedNames(names);
   if (names_folder && !path.empty()) path += '/';
   return path;
 }

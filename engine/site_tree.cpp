@@ -4,6 +4,7 @@
 
 #include "engine/ascii.h"
 #include "engine/paths.h"
+#include "engine/web_address.h"
 
 namespace tessaril {
 
@@ -124,9 +125,7 @@ std::string SiteTree::PathOf(const SiteEntry& entry) const {
 }
 
 std::string SiteTree::SitePathOf(const SiteEntry& entry) const {
-  std::string path;
-  for (const std::string& name : NamesOf(entry)) path += (path.empty() ? "" : "/") + name;
-  return path;
+  return JoinedNames(NamesOf(entry));
 }
 
 std::vector<std::string> SiteTree::NamesOf(const SiteEntry& entry) {

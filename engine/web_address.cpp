@@ -40,12 +40,6 @@ constexpr std::array<Meaning, 256> MakeMeanings() {
 }
 constexpr std::array<Meaning, 256> kMeanings = MakeMeanings();
 
-int Digit(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  const char lower = ToLower(c);
-  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
 // The scheme at the start without its ":"; empty when there is none.
 std::string_view SchemeOf(std::string_view link) {
   if (link.empty() || !IsAsciiLetter(link[0])) return {};
@@ -140,8 +134,9 @@ std::string PercentDecoded(std::string_view text) {
   std::string decoded;
   decoded.reserve(text.size());
   for (std::size_t pos = 0; pos < text.size(); ++pos) {
-    if (text[pos] == '%' && pos + 2 < text.size() && Digit(text[pos + 1]) >= 0 && Digit(text[pos + 2]) >= 0) {
-      decoded += static_cast<char>(Digit(text[pos + 1]) * 16 + Digit(text[pos + 2]));
+    if (text[pos] == '%' && pos + 2 < text.size() && HexadecimalDigit(text[pos + 1]) >= 0 &&
+        HexadecimalDigit(text[pos + 2]) >= 0) {
+      decoded += static_cast<char>(HexadecimalDigit(text[pos + 1]) * 16 + HexadecimalDigit(text[pos + 2]));
       pos += 2;
     } else {
       decoded += text[pos];
@@ -177,20 +172,26 @@ SitePath ResolveSitePath(std::string_view path, const std::vector<std::string>& 
 }
 
 std::string EncodedName(std::string_view name) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   constexpr std::string_view kSpecial = " \"#%<>?\\`{}'&()";
   std::string encoded;
   for (const char c : name) {
-    const auto code = static_cast<unsigned char>(c);
-    if (code > ' ' && code < 0x7F && kSpecial.find(c) == std::string_view::npos) {
-      encoded += c;
-    } else {
-      encoded += '%';
-      encoded += kDigits[code >> 4];
-      encoded += kDigits[code & 0xF];
-    }
+    const bool is_plain = c > ' ' && c < 0x7F && kSpecial.find(c) == std::string_view::npos;
+    is_plain ? encoded.push_back(c) : AppendPercentEncoded(c, encoded);
   }
   return encoded;
+}
+
+void AppendPercentEncoded(char byte, std::string& out) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  out += '%';
+  out += kDigits[static_cast<unsigned char>(byte) >> 4];
+  out += kDigits[static_cast<unsigned char>(byte) & 0xF];
+}
+
+std::string JoinedNames(std::span<const std::string> names) {
+  std::string path;
+  for (const std::string& name : names) path.append(path.empty() ? "" : "/").append(name);
+  return path;
 }
 
 }  // namespace tessaril

@@ -2,6 +2,7 @@
 #define TESSARIL_ENGINE_WEB_ADDRESS_H_
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +50,12 @@ SitePath ResolveSitePath(std::string_view path, const std::vector<std::string>& 
 /// A file's name or an anchor as a link of a page or style sheet writes it: all that could mean something
 /// else there, and what is beyond ASCII, is percent-encoded.
 std::string EncodedName(std::string_view name);
+
+/// Appends a byte as "%2C".
+void AppendPercentEncoded(char byte, std::string& out);
+
+/// Names as a path from the site's root on, without "/" at its start.
+std::string JoinedNames(std::span<const std::string> names);
 
 }  // namespace tessaril
 

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "engine/web_address.h"
 #include "formats/machine_text.h"
 
 namespace tessaril {
@@ -13,7 +14,7 @@ std::string Escaped(std::string_view text, std::string_view special) {
     if (special.find(c) == std::string_view::npos) {
       escaped += c;
     } else {
-      AppendPercent(c, escaped);
+      AppendPercentEncoded(c, escaped);
     }
   }
   return escaped;

@@ -31,13 +31,6 @@ std::string_view PathFrom(std::string_view folder, std::string_view path) {
   return below && path[folder.size() + 1] != '/' ? path.substr(folder.size() + 1) : path;
 }
 
-void AppendPercent(char byte, std::string& out) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  out += '%';
-  out += kDigits[static_cast<unsigned char>(byte) >> 4];
-  out += kDigits[static_cast<unsigned char>(byte) & 0xF];
-}
-
 std::string Sentence(const FindingRecord& finding) {
   const std::string found = PageUtf8(finding.found, finding.encoding);
   std::string text = PathUtf8(finding.message);

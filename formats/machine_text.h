@@ -22,9 +22,6 @@ std::string PathUtf8(std::string_view bytes);
 /// empty `folder` holds nothing.
 std::string_view PathFrom(std::string_view folder, std::string_view path);
 
-/// Appends a byte as "%2C".
-void AppendPercent(char byte, std::string& out);
-
 /// What a person reads of a finding: the message and, unless its end names it, what was found.
 std::string Sentence(const FindingRecord& finding);
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "engine/version.h"
+#include "engine/web_address.h"
 #include "formats/machine_text.h"
 
 namespace tessaril {
@@ -37,7 +38,7 @@ std::string PercentEncoded(std::string_view path) {
     if (kPlain.find(c) != std::string_view::npos) {
       encoded += c;
     } else {
-      AppendPercent(c, encoded);
+      AppendPercentEncoded(c, encoded);
     }
   }
   return encoded;
