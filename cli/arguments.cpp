@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <map>
 #include <optional>
 
@@ -19,12 +20,13 @@ struct Found {
   std::string text;
   std::string new_text;
   std::string path;
+  std::string run;
 
   void ReplaceWords(const std::string& old_word, const std::string& new_word) {
     const auto replace = [&](std::string& word) {
       if (word == old_word) word = new_word;
     };
-    for (std::string* const word : {&text, &new_text, &path}) replace(*word);
+    for (std::string* const word : {&text, &new_text, &path, &run}) replace(*word);
     for (auto& [name, value] : values) replace(value);
   }
 
@@ -79,7 +81,11 @@ CLI::App* AddCommand(CLI::App& app, const CommandRow& row, Found& found) {
     command->add_option("TEXT", found.text)->required();
   }
   if (row.function == Function::kReplace) command->add_option("NEWTEXT", found.new_text)->required();
-  command->add_option("PATH", found.path)->required();
+  if (row.name == kUndoCommand) {
+    command->add_option("RUN", found.run);
+  } else {
+    command->add_option("PATH", found.path)->required();
+  }
   for (const OptionRow& option : AllOptions()) {
     if (!Applies(option, row)) continue;
     const std::string name(option.name);
@@ -146,34 +152,56 @@ Understood Understand(const Found& found, Function function) {
   if (const std::string& rules = found.values.at("--rules"); !rules.empty()) {
     arguments.rules = rules == kClassic ? Rules::kClassic : Rules::kToday;
   }
+  arguments.keeps_undo = !found.Has("--no-undo");
   if (!ChooseMode(found, arguments)) return Refuse("only one of --yes, --ask and --answers may be given");
   return arguments;
+}
+
+Understood UnderstandUndo(const Found& found) {
+  UndoWish wish;
+  wish.list = found.Has("--list");
+  wish.unasked = found.Has("--yes");
+  wish.keeps_undo = !found.Has("--no-undo");
+  if (found.run.empty()) return wish;
+  const char* const end = found.run.data() + found.run.size();
+  unsigned number = 0;
+  const auto [stop, error] = std::from_chars(found.run.data(), end, number);
+  if (error != std::errc() || stop != end || number == 0) {
+    return Refuse("RUN must be a number that 'tsl undo --list' shows: " + OneLine(found.run));
+  }
+  wish.run = number;
+  return wish;
 }
 
 }  // namespace
 
 const std::vector<OptionRow>& AllOptions() {
-  using enum Function;
   static const std::vector<OptionRow> options = {
       {"--filter", "PATTERNS", "files to visit, patterns parted by \";\" (default \"*.htm*;shtm*\")", {}},
-      {"--case", "", "UPPER and lower case letters differ", {kSearch, kReplace}},
+      {"--case", "", "UPPER and lower case letters differ", {"search", "replace"}},
       {"--no-tags",
        "",
        "take the texts as they are; characters are not turned into &name; entities",
-       {kSearch, kReplace}},
-      {"--allow-uppercase", "", "upper-case letters in file names are no fault", {kLinks}},
-      {"--cgi-name", "NAME", "links that hold NAME are not checked (default \"CGI-bin\")", {kLinks}},
-      {"--check-cgi", "", "check these links, too", {kLinks}},
+       {"search", "replace"}},
+      {"--allow-uppercase", "", "upper-case letters in file names are no fault", {"links"}},
+      {"--cgi-name", "NAME", "links that hold NAME are not checked (default \"CGI-bin\")", {"links"}},
+      {"--check-cgi", "", "check these links, too", {"links"}},
       {"--rules",
        "classic|today",
        "check by these rules whatever the site file says; without one, PATH or its folder is the root",
-       {kLinks, kEntities}},
+       {"links", "entities"}},
       {"--yes",
        "",
        "accept every proposal (of links by today's rules only letter case); files are changed",
        {}},
+      {"--yes", "", "restore without asking", {kUndoCommand}},
       {"--ask", "", "ask at the terminal for each proposal", {}},
       {"--answers", "FILE", "take the answers from FILE, one a line", {}},
+      {"--no-undo",
+       "",
+       "keep nothing to undo these changes with",
+       {"links", "entities", "replace", "colours", kUndoCommand}},
+      {"--list", "", "list the runs that can be undone, the newest first", {kUndoCommand}},
       {"--format",
        "text|json|sarif|junit|github",
        "a report for people, or one for machines (default text)",
@@ -189,8 +217,8 @@ const std::vector<OptionRow>& AllOptions() {
 }
 
 bool Applies(const OptionRow& option, const CommandRow& command) {
-  return command.function &&
-         (option.only.empty() || std::ranges::find(option.only, *command.function) != option.only.end());
+  if (option.only.empty()) return command.function.has_value();
+  return std::ranges::find(option.only, command.name) != option.only.end();
 }
 
 Understood ParseArguments(int argc, const char* const* argv) {
@@ -209,6 +237,7 @@ Understood ParseArguments(int argc, const char* const* argv) {
   }
   found.ReplaceWords(kProtectedPlus, kPlus);
   const CommandRow& command = *commands.at(app.get_subcommands().front());
+  if (command.name == kUndoCommand) return UnderstandUndo(found);
   if (!command.function) return SiteFileWish{found.path};
   return Understand(found, *command.function);
 }

@@ -28,6 +28,7 @@ struct Arguments {
   std::string transcript;
   std::string data;
   std::optional<Rules> rules;  // that hold whatever the site file says
+  bool keeps_undo = true;
 };
 
 /// That a site file is to be made.
@@ -35,12 +36,20 @@ struct SiteFileWish {
   std::string path;  // as given
 };
 
+/// That a run is to be undone, or those listed that can be.
+struct UndoWish {
+  std::optional<unsigned> run;  // its number; nothing: the last one
+  bool list = false;
+  bool unasked = false;
+  bool keeps_undo = true;
+};
+
 /// An option of `tsl`: everything that parser, help and man page say of it.
 struct OptionRow {
   std::string_view name;
   std::string_view value;  // what stands behind it, or the words for it, with "|" between; empty for a switch
   std::string_view help;   // one line
-  std::vector<Function> only;  // the functions that it belongs to; empty for all
+  std::vector<std::string_view> only;  // the commands that it belongs to; empty for all that run a function
 
   bool IsChoice() const { return value.find('|') != std::string_view::npos; }
 };
@@ -54,7 +63,7 @@ struct Farewell {
   int exit_status;
 };
 
-using Understood = std::variant<Arguments, SiteFileWish, Farewell>;
+using Understood = std::variant<Arguments, SiteFileWish, UndoWish, Farewell>;
 Understood ParseArguments(int argc, const char* const* argv);
 
 }  // namespace tessaril

@@ -17,7 +17,9 @@ std::vector<CommandRow> MakeCommands() {
     if (row.command.empty()) continue;
     commands.push_back({row.command, PositionalsOf(row.function), row.summary, row.function});
   }
-  commands.push_back({"init", "PATH", "make a file that says by which rules a site is checked", {}});
+  commands.push_back({kInitCommand, "PATH", "make a file that says by which rules a site is checked", {}});
+  commands.push_back(
+      {kUndoCommand, "[RUN]", "restore what the last run changed, or the one of that number", {}});
   return commands;
 }
 

@@ -9,12 +9,16 @@
 
 namespace tessaril {
 
+inline constexpr std::string_view kInitCommand = "init";
+inline constexpr std::string_view kUndoCommand = "undo";
+
 /// A command of `tsl`, the first word behind its name.
 struct CommandRow {
   std::string_view name;
-  std::string_view positionals;      // what stands behind the name, in order: "TEXT PATH"
-  std::string_view summary;          // one line
-  std::optional<Function> function;  // that it runs; none: it makes a site file
+  std::string_view
+      positionals;           // what stands behind the name, in order: "TEXT PATH"; "[RUN]" may be left out
+  std::string_view summary;  // one line
+  std::optional<Function> function;  // that it runs, if any
 };
 
 /// The functions' commands in their order, then the others.

@@ -74,8 +74,8 @@ std::string OptionWithValue(const OptionRow& option) {
 
 std::string OnlyFor(const OptionRow& option) {
   std::string names;
-  for (const Function function : option.only) {
-    names += (names.empty() ? "" : ", ") + std::string(RowOf(function).command);
+  for (const std::string_view command : option.only) {
+    names += (names.empty() ? "" : ", ") + std::string(command);
   }
   return names;
 }
@@ -104,6 +104,7 @@ const std::vector<Example>& Examples() {
       {"tsl init site",
        "make site/tessaril.toml: from now on the site is checked as a visitor's browser reads it"},
       {"tsl links --format sarif --report links.sarif site", "the same for code scanning and editors"},
+      {"tsl undo", "show what the last run changed, ask, and restore it"},
       {"tsl external --report links.htm site", "make a page of all links to other servers"},
       {"tsl search --filter '*.css;*.js' -- -moz- site",
        "search other files, for a text that begins with \"-\""},
@@ -113,8 +114,14 @@ const std::vector<Example>& Examples() {
 
 const std::vector<ExitStatus>& ExitStatuses() {
   static const std::vector<ExitStatus> statuses = {
-      {"0", "search, replace, external: something was found; init: the file was made; others: no findings"},
-      {"1", "search, replace, external: nothing was found; others: findings"},
+      {"0",
+       "search, replace, external: something was found; init: the file was made; undo: all was restored; "
+       "others: "
+       "no findings"},
+      {"1",
+       "search, replace, external: nothing was found; undo: files were left alone, or there was nothing to "
+       "undo; "
+       "others: findings"},
       {"2", "a wrong command line, or a file that could not be read or written"},
       {"3", "the run was stopped"},
   };
@@ -159,7 +166,8 @@ std::string ManPage() {
   std::string page = std::string(".TH TSL 1 \"\" \"Tessaril ") + Version() + "\"\n.SH NAME\ntsl \\- " +
                      Roff(kPurpose) + "\n.SH SYNOPSIS\n";
   for (const CommandRow& row : AllCommands()) {
-    page += ".B tsl " + Roff(CommandLine(row)) + (row.function ? "\n[options]\n.br\n" : "\n.br\n");
+    page +=
+        ".B tsl " + Roff(CommandLine(row)) + (row.name != kInitCommand ? "\n[options]\n.br\n" : "\n.br\n");
   }
   page += ".SH DESCRIPTION\n" + Roff(kPathMeaning) + "\n.SH COMMANDS\n";
   for (const CommandRow& row : AllCommands()) {

@@ -29,6 +29,10 @@ void NoteInterrupts() {
   for (const int signal : {SIGPIPE, SIGXFSZ}) sigaction(signal, &ignore, nullptr);
 }
 
+void Interrupt() {
+  g_interrupted = 1;
+}
+
 bool Interrupted() {
   return g_interrupted != 0;
 }

@@ -8,6 +8,9 @@ namespace tessaril {
 /// pipe or a limit on file sizes is a failed write.
 void NoteInterrupts();
 
+/// Ends the run in the same way.
+void Interrupt();
+
 /// Whether the user has asked to end since NoteInterrupts.
 bool Interrupted();
 

@@ -6,10 +6,22 @@
 
 #include <array>
 #include <cerrno>
+#include <iostream>
 
+#include "cli/console_text.h"
 #include "engine/paths.h"
 
 namespace tessaril {
+
+int Refuse(const std::string& text) {
+  std::cerr << "tsl: " << OneLine(text) << "\n";
+  return kExitFailure;
+}
+
+int WriteToUser(const std::string& text) {
+  const Status status = WriteAll(STDOUT_FILENO, text);
+  return status.ok() ? kExitGood : Refuse("standard output: " + status.reason());
+}
 
 void ReserveStandardStreams() {
   for (;;) {

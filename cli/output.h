@@ -6,9 +6,21 @@
 #include "engine/file_handle.h"
 #include "engine/status.h"
 
-// Files that `tsl` writes for its user: the report and the transcript. They may be devices or pipes.
+// What `tsl` writes for its user: messages, and files that may be devices or pipes.
 
 namespace tessaril {
+
+/// Exit statuses of `tsl`.
+inline constexpr int kExitGood = 0;
+inline constexpr int kExitFindings = 1;
+inline constexpr int kExitFailure = 2;
+inline constexpr int kExitStopped = 3;
+
+/// Tells on standard error why `tsl` does not go on, and gives kExitFailure.
+int Refuse(const std::string& text);
+
+/// Writes to standard output and gives kExitGood; a failure is told.
+int WriteToUser(const std::string& text);
 
 /// Makes sure that the numbers of the three standard streams are taken, so that no page is opened under one
 /// of them and gets what is meant for the user. A stream that the caller closed fails when it is used.

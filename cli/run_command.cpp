@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <iostream>
@@ -23,22 +24,17 @@
 #include "cli/site_path.h"
 #include "cli/terminal_host.h"
 #include "cli/transcript.h"
+#include "cli/undo_command.h"
 #include "engine/disk_files.h"
 #include "engine/paths.h"
 #include "engine/search_run.h"
 #include "engine/start_places.h"
+#include "settings/user_folder.h"
 #include "site/site_choice.h"
+#include "undo/undoable_files.h"
 
 namespace tessaril {
 namespace {
-
-constexpr int kExitFailure = 2;
-constexpr int kExitStopped = 3;
-
-int Refuse(const std::string& text) {
-  std::cerr << "tsl: " << OneLine(text) << "\n";
-  return kExitFailure;
-}
 
 Status MakeAnswerer(const Arguments& arguments, std::unique_ptr<Answerer>& answerer) {
   switch (arguments.mode) {
@@ -70,10 +66,10 @@ int ExitStatusOf(const RunEnd& end, const RunState& state, Function function) {
   if (!end.started || state.StopRequested) return kExitStopped;
   const bool found_is_good =
       function == Function::kSearch || function == Function::kReplace || function == Function::kExternal;
-  return end.found == found_is_good ? 0 : 1;
+  return end.found == found_is_good ? kExitGood : kExitFindings;
 }
 
-int Run(const Arguments& arguments, DiskFiles& files, const Entities& entities, Answerer& answerer,
+int Run(const Arguments& arguments, Files& files, const Entities& entities, Answerer& answerer,
         Transcript& transcript) {
   const bool unattended = arguments.mode == Mode::kReportOnly || arguments.mode == Mode::kYes;
   MachineReport machine_report(arguments);
@@ -143,6 +139,13 @@ Status LoadEntities(const std::string& folder, Files& files, Entities& entities)
   return status;
 }
 
+// Whether the run may change files.
+bool MayChange(const Arguments& arguments) {
+  const CommandRow* const command = FindCommand(RowOf(arguments.options.function).command);
+  const auto no_undo = std::ranges::find(AllOptions(), std::string_view("--no-undo"), &OptionRow::name);
+  return arguments.mode != Mode::kReportOnly && Applies(*no_undo, *command);
+}
+
 // Everything that can be found wrong before the run is, and nothing is touched until then.
 int Start(Arguments& arguments) {
   if (Status status = ChoosePlace(arguments.path, arguments.options); !status.ok()) {
@@ -168,6 +171,12 @@ int Start(Arguments& arguments) {
       return Refuse(arguments.report + ": " + status.reason());
     }
   }
+  const UndoStore store(UndoFolder());
+  UndoableFiles undoable(files, store, DescribeRun(arguments.options), EndForWantOfUndo);
+  const bool keeps_undo = arguments.keeps_undo && MayChange(arguments);
+  if (keeps_undo) {
+    if (Status status = undoable.Begin(); !status.ok()) return Refuse(NoUndo(status));
+  }
   Transcript transcript;
   if (!arguments.transcript.empty()) {
     if (Status status = transcript.Open(arguments.transcript); !status.ok()) {
@@ -176,15 +185,11 @@ int Start(Arguments& arguments) {
   }
   NoteInterrupts();
   try {
-    return Run(arguments, files, entities, *answerer, transcript);
+    Files& run_files = keeps_undo ? static_cast<Files&>(undoable) : files;
+    return Run(arguments, run_files, entities, *answerer, transcript);
   } catch (const AnswersError& error) {
     return Refuse(error.what());
   }
-}
-
-int WriteToUser(const std::string& text) {
-  const Status status = WriteAll(STDOUT_FILENO, text);
-  return status.ok() ? 0 : Refuse("standard output: " + status.reason());
 }
 
 int StartSiteFile(const SiteFileWish& wish) {
@@ -201,6 +206,7 @@ int RunCommand(int argc, const char* const* argv) {
     Understood parsed = ParseArguments(argc, argv);
     if (auto* const arguments = std::get_if<Arguments>(&parsed)) return Start(*arguments);
     if (const auto* const wish = std::get_if<SiteFileWish>(&parsed)) return StartSiteFile(*wish);
+    if (const auto* const wish = std::get_if<UndoWish>(&parsed)) return UndoCommand(*wish);
     const Farewell& farewell = std::get<Farewell>(parsed);
     if (farewell.exit_status != 0) {
       std::cerr << farewell.text;

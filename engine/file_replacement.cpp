@@ -51,8 +51,7 @@ Status CheckUnchanged(const Place& place, const FileStamp& stamp) {
     return Status::System(errno);
   }
   if (!S_ISREG(info.st_mode)) return Status::Failure("Not a regular file");
-  if (StampOf(info) != stamp) return Status::Failure("The file was changed on disk since it was read");
-  return {};
+  return StampOf(info) == stamp ? Status() : FileWasChanged();
 }
 
 // Keeps other runs of this program from the page while it is replaced; not waited for.
@@ -220,6 +219,10 @@ FileStamp StampOf(const struct stat& info) {
   return {static_cast<std::uint64_t>(info.st_size),
           static_cast<std::int64_t>(info.st_mtim.tv_sec) * kNanosecondsPerSecond + info.st_mtim.tv_nsec,
           static_cast<std::uint64_t>(info.st_ino), static_cast<std::uint64_t>(info.st_dev)};
+}
+
+Status FileWasChanged() {
+  return Status::Failure("The file was changed on disk since it was read");
 }
 
 Status ReplaceFile(int folder, const std::string& name, FileStamp& stamp,

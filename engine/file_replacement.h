@@ -13,6 +13,9 @@ namespace tessaril {
 
 FileStamp StampOf(const struct stat& info);
 
+/// The failure of a change of a file that is no longer the one that was read.
+Status FileWasChanged();
+
 /// Replaces the content of the file `name` in the open folder `folder` (a symbolic link is followed to its
 /// file). The new content is written to a new file beside it, flushed, given owner, mode, access list and
 /// extended attributes of the old one, and renamed over it; a file with several hard links is written in

@@ -1,11 +1,9 @@
 #include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QStandardPaths>
 #include <iostream>
 
 #include "engine/start_places.h"
 #include "engine/version.h"
+#include "settings/user_folder.h"
 #include "ui/browser/browser_plugin.h"
 #include "ui/frame/end_signals.h"
 #include "ui/frame/start_up.h"
@@ -14,13 +12,6 @@
 namespace {
 
 constexpr int kExitFailure = 2;
-
-// Where the settings go when the program's own folder cannot be written.
-std::string UserFolder() {
-  QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-  if (!QDir::isAbsolutePath(folder)) folder = QDir::homePath() + "/.local/share/tessaril";
-  return QFile::encodeName(folder).toStdString();
-}
 
 }  // namespace
 
@@ -37,7 +28,8 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName("tessaril");
   QApplication::setWindowIcon(tessaril::ProgramIcon());
   QApplication::setQuitOnLastWindowClosed(false);
-  tessaril::StartUp start_up(program_folder, UserFolder(), tessaril::BrowserFromPlugin(program_folder));
+  tessaril::StartUp start_up(program_folder, tessaril::UserFolder(),
+                             tessaril::BrowserFromPlugin(program_folder));
   if (!start_up.Run({argv + 1, argv + argc})) return kExitFailure;
   const auto leave = [&start_up] { start_up.Frame().LeaveUnattended(); };
   tessaril::OnEndSignal(leave);

@@ -1,0 +1,126 @@
+#include "undo/journal_writer.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <initializer_list>
+#include <new>
+
+#include "engine/file_replacement.h"
+#include "engine/web_address.h"
+#include "undo/journal.h"
+
+namespace tessaril {
+namespace {
+
+// A text as one word of a line.
+std::string Word(std::string_view text) {
+  std::string word;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte <= ' ' || c == '%' || byte == 0x7f) {
+      AppendPercentEncoded(c, word);
+    } else {
+      word += c;
+    }
+  }
+  return word;
+}
+
+std::string Line(std::initializer_list<std::string_view> words) {
+  std::string line;
+  for (const std::string_view word : words) {
+    if (!line.empty()) line += ' ';
+    line += word;
+  }
+  return line += '\n';
+}
+
+}  // namespace
+
+Status JournalWriter::Create(int folder, std::int64_t begun, std::string_view what) {
+  FileHandle file(openat(folder, kJournalName, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  if (!file.is_open()) return Status::System(errno);
+  // Where locks are not known, no other run will be able to tell that this one goes on; it is the newest.
+  (void)flock(file.get(), LOCK_EX | LOCK_NB);
+  file_ = std::move(file);
+  Status status =
+      Note(Line({kJournalFirstLine}) + Line({"begun", std::to_string(begun)}) + Line({"what", Word(what)}));
+  if (!status.ok()) file_.Close();
+  return status;
+}
+
+Status JournalWriter::AddPage(Files& files, const std::string& path, const FileStamp& stamp,
+                              const ContentMark& left, std::size_t& page, Status& unread) {
+  try {
+    ContentMark old;
+    Status written = CopyPage(files, path, stamp, old, unread);
+    if (unread.ok() && written.ok()) {
+      written =
+          Write("\n" + Line({"old", MarkText(old)}) + Line({"left", std::to_string(pages_), MarkText(left)}));
+    }
+    if (!unread.ok()) {
+      (void)Settle(unread);
+      return {};
+    }
+    if (Status status = Settle(std::move(written)); !status.ok()) return status;
+  } catch (const std::bad_alloc&) {
+    return Settle(Status::System(ENOMEM));
+  }
+  page = pages_++;
+  return {};
+}
+
+Status JournalWriter::CopyPage(Files& files, const std::string& path, const FileStamp& stamp,
+                               ContentMark& old, Status& unread) {
+  Status written = Write(Line({"page", std::to_string(stamp.size), Word(path)}));
+  ContentMarker marker;
+  FileStamp now;
+  unread = ReadContent(files, path, now, memory_, [&](std::string_view piece) {
+    marker.Add(piece);
+    if (written.ok()) written = Write(piece);
+  });
+  old = marker.Mark();
+  if (unread.ok() && (now != stamp || old.size != stamp.size)) unread = FileWasChanged();
+  return written;
+}
+
+Status JournalWriter::AddLeft(std::size_t page, const ContentMark& left) {
+  return Note(Line({"left", std::to_string(page), MarkText(left)}));
+}
+
+Status JournalWriter::AddRename(const std::string& folder, const std::string& from, const std::string& to,
+                                const ContentMark& mark) {
+  return Note(Line({"renamed", Word(folder), Word(from), Word(to), MarkText(mark)}));
+}
+
+void JournalWriter::NoteFailed() {
+  (void)Note(Line({"failed"}));  // without it an undo finds the change not made, and says so
+}
+
+Status JournalWriter::Note(const std::string& line) {
+  return Settle(Write(line));
+}
+
+Status JournalWriter::Write(std::string_view bytes) {
+  return WriteAll(file_.get(), bytes);
+}
+
+// Brings what was written to the disk, or takes it back.
+Status JournalWriter::Settle(Status written) {
+  if (written.ok()) written = FlushFile(file_.get());
+  const off_t end = lseek(file_.get(), 0, SEEK_CUR);
+  if (written.ok() && end >= 0) {
+    size_ = static_cast<std::uint64_t>(end);
+    return written;
+  }
+  const auto size = static_cast<off_t>(size_);
+  if (ftruncate(file_.get(), size) != 0 || lseek(file_.get(), size, SEEK_SET) != size) {
+    file_.Close();  // nothing can be added behind the torn end
+  }
+  return written;
+}
+
+}  // namespace tessaril

@@ -1,0 +1,184 @@
+#include "undo/undo_plan.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <map>
+#include <new>
+#include <set>
+#include <utility>
+
+#include "engine/file_replacement.h"
+#include "engine/paths.h"
+#include "undo/journal_reader.h"
+
+namespace tessaril {
+namespace {
+
+using Kind = JournalChange::Kind;
+
+// A file that could not be read when it was renamed has no mark; any content will do.
+bool Fits(const ContentMark& wanted, const ContentMark& mark) {
+  return wanted == ContentMark() || wanted == mark;
+}
+
+// Paths, each once, in the order in which they came.
+class Paths {
+ public:
+  bool Add(const std::string& path) {
+    const bool is_new = known_.insert(path).second;
+    if (is_new) order_.push_back(path);
+    return is_new;
+  }
+
+  // A file that is in the list is called by another name from now on.
+  void Rename(const std::string& from, const std::string& to) {
+    if (known_.erase(from) > 0) std::erase(order_, from);
+    Add(to);
+  }
+
+  std::vector<std::string> Take() { return std::move(order_); }
+
+ private:
+  std::set<std::string> known_;
+  std::vector<std::string> order_;
+};
+
+}  // namespace
+
+// Goes through the changes from the last to the first, and keeps in mind what files would hold meanwhile.
+class UndoPlan::Maker {
+ public:
+  Maker(UndoPlan& plan, Files& files) : plan_(plan), files_(files) {}
+
+  void Make() {
+    const std::vector<JournalChange>& changes = plan_.run_.journal.changes;
+    for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
+      if (change->kind == Kind::kPage) {
+        AddPage(*change);
+      } else {
+        AddRename(*change);
+      }
+    }
+    plan_.restored_ = restored_.Take();
+    std::ranges::reverse(plan_.restored_);  // as the run went
+    std::ranges::reverse(plan_.left_alone_);
+  }
+
+ private:
+  struct Content {
+    ContentMark mark;
+    Status status;  // why there is none
+  };
+
+  Content& ContentOf(const std::string& path) {
+    const auto [known, is_new] = contents_.try_emplace(path);
+    FileStamp stamp;
+    if (is_new) known->second.status = MarkFile(files_, path, memory_, stamp, known->second.mark);
+    return known->second;
+  }
+
+  // Where a file is that was at `path` before a rename which is left alone.
+  const std::string& PlaceOf(const std::string& path) const {
+    const auto moved = moved_.find(path);
+    return moved == moved_.end() ? path : moved->second;
+  }
+
+  void LeaveAlone(const std::string& path, const std::string& reason) {
+    if (told_.Add(path)) plan_.left_alone_.push_back({path, reason});
+  }
+
+  void AddPage(const JournalChange& change) {
+    const std::string& path = PlaceOf(change.path);
+    Content& content = ContentOf(path);
+    if (!content.status.ok()) return LeaveAlone(path, content.status.reason());
+    if (content.mark == change.old) return;  // the run did not get that far, or it was undone already
+    if (std::find(change.left.begin(), change.left.end(), content.mark) == change.left.end()) {
+      return LeaveAlone(path, "It was changed since");
+    }
+    plan_.steps_.push_back({&change, path, content.mark});
+    content.mark = change.old;
+    restored_.Add(path);
+  }
+
+  void AddRename(const JournalChange& change) {
+    const std::string& path = PlaceOf(change.new_path);
+    Content& now = ContentOf(path);
+    Content& before = ContentOf(change.path);
+    if (!now.status.ok() && before.status.ok() && Fits(change.old, before.mark)) return;  // undone already
+    Status obstacle = now.status;
+    if (path != change.new_path) {
+      obstacle = Status::Failure("It has another name");
+    } else if (obstacle.ok() && before.status.ok()) {
+      obstacle = Status::Failure("There is a file again that has its old name");
+    } else if (obstacle.ok() && !Fits(change.old, now.mark)) {
+      obstacle = Status::Failure("It was changed since");
+    }
+    if (!obstacle.ok()) {
+      moved_[change.path] = path;
+      return LeaveAlone(path, obstacle.reason());
+    }
+    plan_.steps_.push_back({&change, path, now.mark});
+    before = std::exchange(now, {{}, Status::System(ENOENT)});
+    restored_.Rename(path, change.path);
+  }
+
+  UndoPlan& plan_;
+  Files& files_;
+  ByteBuffer memory_;
+  std::map<std::string, Content> contents_;
+  std::map<std::string, std::string> moved_;
+  Paths restored_, told_;
+};
+
+Status UndoPlan::Make(const UndoStore& store, unsigned number, Files& files) {
+  if (Status status = store.Open(number, run_, journal_); !status.ok()) return status;
+  if (run_.goes_on) return Status::Failure("The run still goes on");
+  Maker(*this, files).Make();
+  return {};
+}
+
+UndoEnd UndoPlan::Perform(Files& files, const std::function<bool()>& stop) const {
+  UndoEnd end;
+  end.left_alone = left_alone_;
+  Paths restored, failed;
+  ByteBuffer memory;
+  for (const Step& step : steps_) {
+    end.stopped = stop();
+    if (end.stopped) break;
+    Status status;
+    try {
+      status = TakeBack(step, files, memory);
+    } catch (const std::bad_alloc&) {
+      status = Status::System(ENOMEM);
+    }
+    if (!status.ok()) {
+      if (failed.Add(step.path)) end.failed.push_back({step.path, status.reason()});
+    } else if (step.change->kind == Kind::kRename) {
+      restored.Rename(step.path, step.change->path);
+    } else {
+      restored.Add(step.path);
+    }
+  }
+  end.restored = restored.Take();
+  if (Status status = files.FlushFolder(); !status.ok()) {
+    end.failed.push_back({files.CurrentFolder(), status.reason()});
+  }
+  return end;
+}
+
+Status UndoPlan::TakeBack(const Step& step, Files& files, ByteBuffer& memory) const {
+  (void)files.EnterFolder(std::string(FolderOf(step.path)));  // so that it is flushed once for all its files
+  FileStamp stamp;
+  ContentMark mark;
+  if (Status status = MarkFile(files, step.path, memory, stamp, mark); !status.ok()) return status;
+  if (!Fits(step.expected, mark)) return FileWasChanged();
+  if (step.change->kind == Kind::kRename) {
+    const std::string folder(FolderOf(step.path));
+    return files.Rename(folder, std::string(NameOf(step.path)), std::string(NameOf(step.change->path)));
+  }
+  if (Status status = ReadOldContent(journal_.get(), *step.change, memory); !status.ok()) return status;
+  const std::string_view content = memory.view();
+  return files.ReplaceContent(step.path, stamp, {&content, 1});
+}
+
+}  // namespace tessaril
