@@ -171,7 +171,7 @@ int Start(Arguments& arguments) {
       return Refuse(arguments.report + ": " + status.reason());
     }
   }
-  const UndoStore store(UndoFolder());
+  const UndoStore store(UndoFolder(UserFolder()));
   UndoableFiles undoable(files, store, DescribeRun(arguments.options), EndForWantOfUndo);
   const bool keeps_undo = arguments.keeps_undo && MayChange(arguments);
   if (keeps_undo) {

@@ -2,11 +2,7 @@
 
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
-#include <ctime>
 #include <iostream>
-#include <optional>
 
 #include "cli/console_text.h"
 #include "cli/interrupt.h"
@@ -19,22 +15,12 @@
 namespace tessaril {
 namespace {
 
-// Local time.
-std::string DateText(std::int64_t seconds) {
-  const auto time = static_cast<std::time_t>(seconds);
-  std::tm parts{};
-  std::array<char, 32> text{};
-  if (localtime_r(&time, &parts) == nullptr) return "?";
-  std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &parts);
-  return text.data();
-}
-
 std::string FilesText(std::size_t count) {
   return std::to_string(count) + (count == 1 ? " file" : " files");
 }
 
 std::string RunText(const UndoableRun& run) {
-  return std::to_string(run.number) + "  " + DateText(run.journal.begun) + "  " + OneLine(run.journal.what);
+  return std::to_string(run.number) + "  " + DateOf(run.journal) + "  " + OneLine(run.journal.what);
 }
 
 int List(const UndoStore& store) {
@@ -119,7 +105,7 @@ int Undo(const UndoStore& store, const UndoWish& wish) {
 }  // namespace
 
 int UndoCommand(const UndoWish& wish) {
-  const UndoStore store(UndoFolder());
+  const UndoStore store(UndoFolder(UserFolder()));
   if (wish.list) return List(store);
   NoteInterrupts();
   return Undo(store, wish);

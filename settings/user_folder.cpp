@@ -30,8 +30,8 @@ std::string UserFolder() {
   return data.empty() ? AbsolutePath(HomeFolder(), ".local/share/tessaril") : AbsolutePath(data, "tessaril");
 }
 
-std::string UndoFolder() {
-  return JoinPath(UserFolder(), "undo");
+std::string UndoFolder(const std::string& user_folder) {
+  return JoinPath(user_folder, "undo");
 }
 
 }  // namespace tessaril

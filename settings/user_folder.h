@@ -10,8 +10,8 @@ namespace tessaril {
 /// its end.
 std::string UserFolder();
 
-/// The folder of what is kept to undo runs.
-std::string UndoFolder();
+/// The folder in it of what is kept to undo runs.
+std::string UndoFolder(const std::string& user_folder);
 
 }  // namespace tessaril
 

@@ -47,6 +47,9 @@ struct Journal {
   std::vector<JournalChange> changes;  // in their order; none that is known to have failed
 };
 
+/// When a run began, in local time: "2026-11-26 06:39:02".
+std::string DateOf(const Journal& journal);
+
 /// How many files a run changed, each counted once by the path that it had before.
 std::size_t CountFiles(const Journal& journal);
 

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstddef>
+#include <ctime>
 #include <new>
 #include <optional>
 #include <set>
@@ -183,6 +184,15 @@ class JournalReader {
 };
 
 }  // namespace
+
+std::string DateOf(const Journal& journal) {
+  const auto time = static_cast<std::time_t>(journal.begun);
+  std::tm parts{};
+  std::array<char, 32> text{};
+  if (localtime_r(&time, &parts) == nullptr) return "?";
+  std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &parts);
+  return text.data();
+}
 
 std::size_t CountFiles(const Journal& journal) {
   std::set<std::string_view> files;

@@ -6,7 +6,6 @@
 #include "engine/byte_buffer.h"
 #include "engine/characters.h"
 #include "engine/page_text.h"
-#include "ui/shared/save_file.h"
 
 namespace tessaril {
 namespace {
@@ -58,9 +57,9 @@ bool EditedFile::IsAt(const std::string& path) const {
          now.device == stamp_->device;
 }
 
-Status EditedFile::Save(const std::string& path, std::string_view text) {
+Status EditedFile::Save(const std::string& path, std::string_view text, const SaveContent& save) {
   if (path.empty()) return Status::System(ENOENT);
-  if (Status status = SaveFile(files_, path, text); !status.ok()) return status;
+  if (Status status = save(path, text); !status.ok()) return status;
   FileStamp stamp;
   BeginNew(path);
   if (files_.Examine(path, stamp).ok()) stamp_ = stamp;

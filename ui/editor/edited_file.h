@@ -2,6 +2,7 @@
 #define TESSARIL_UI_EDITOR_EDITED_FILE_H_
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -48,8 +49,10 @@ class EditedFile {
   /// Whether `path` is another name of the file, or the same.
   bool IsAt(const std::string& path) const;
 
-  /// Makes `text` all of the file at `path`, which is the file from then on, or leaves everything as it was.
-  Status Save(const std::string& path, std::string_view text);
+  /// Makes `text` all of the file at `path` by `save`; it is the file from then on, or everything is as it
+  /// was.
+  using SaveContent = std::function<Status(const std::string& path, std::string_view text)>;
+  Status Save(const std::string& path, std::string_view text, const SaveContent& save);
 
  private:
   Files& files_;

@@ -8,6 +8,7 @@
 #include "ui/shared/controls.h"
 #include "ui/shared/message_boxes.h"
 #include "ui/shared/texts.h"
+#include "ui/shared/undoable_save.h"
 
 namespace tessaril {
 namespace {
@@ -163,8 +164,11 @@ bool EditorWindow::MayOverwriteOwnFile() {
 }
 
 void EditorWindow::SaveInto(const std::string& path) {
+  const auto save = [this](const std::string& where, std::string_view text) {
+    return SaveUndoably(session_, this, where, text);
+  };
   if (IsOwnFile(path) && !MayOverwriteOwnFile()) return;
-  if (const Status status = file_.Save(path, Text()); !status.ok()) {
+  if (const Status status = file_.Save(path, Text(), save); !status.ok()) {
     return Tell(this, "Not saved: " + status.reason());
   }
   session_.EditorTextChanged = false;

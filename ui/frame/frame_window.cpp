@@ -128,16 +128,20 @@ QMenu* FrameWindow::MakeSiteMenu() {
   menuSite->setObjectName("menuSite");
   menuSiteRules = AddItem(*menuSite, "menuSiteRules", "&Rules of this site...");
   menuNoRules = AddItem(*menuSite, "menuNoRules", "&No rules (classic)");
+  menuSite->addSeparator()->setObjectName("menuSpace2");
+  menuUndo = AddItem(*menuSite, "menuUndo", "&Undo last run...");
+  connect(menuUndo, &QAction::triggered, this, [this] { main_->UndoLastRun(); });
   connect(menuSite, &QMenu::aboutToShow, this, &FrameWindow::ShowSiteItems);
   connect(menuSiteRules, &QAction::triggered, this, [this] { main_->ChangeSiteRules(); });
   connect(menuNoRules, &QAction::triggered, this, [this] { main_->RemoveSiteRules(); });
   return menuSite;
 }
 
-// A run keeps to the rules that it began with.
+// A run keeps to the rules that it began with, and is not undone while it goes on.
 void FrameWindow::ShowSiteItems() {
   menuSiteRules->setEnabled(!main_->IsRunning());
   menuNoRules->setEnabled(!main_->IsRunning() && main_->HasSiteFile());
+  menuUndo->setEnabled(!main_->IsRunning());
 }
 
 QMenu* FrameWindow::MakeHelpMenu() {

@@ -98,6 +98,7 @@ class FrameWindow : public QMainWindow, private Program {
   QAction* menuStartInEditor = nullptr;
   QAction* menuSiteRules = nullptr;
   QAction* menuNoRules = nullptr;
+  QAction* menuUndo = nullptr;
   QPointer<AboutBox> about_;
   bool browser_is_missing_ = false;
   bool save_failure_told_ = false;

@@ -7,6 +7,7 @@
 #include "engine/command_line.h"
 #include "engine/paths.h"
 #include "engine/start_places.h"
+#include "settings/user_folder.h"
 #include "ui/shared/message_boxes.h"
 
 namespace tessaril {
@@ -17,6 +18,7 @@ StartUp::StartUp(const std::string& program_folder, const std::string& user_fold
       page_(settings_file_.folder()),
       frame_(session_, settings_file_, page_, std::move(make_browser)) {
   session_.ProgramFolder = program_folder;
+  session_.undo = UndoStore(UndoFolder(user_folder));
 }
 
 bool StartUp::Run(const std::vector<std::string>& arguments) {

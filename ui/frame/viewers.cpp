@@ -5,7 +5,7 @@
 
 #include "engine/paths.h"
 #include "ui/shared/message_boxes.h"
-#include "ui/shared/save_file.h"
+#include "ui/shared/undoable_save.h"
 
 namespace tessaril {
 namespace {
@@ -142,7 +142,8 @@ bool Viewers::WriteUnsavedPage() {
   const bool is_edited = editor_->IsOwnFile(page);
   if (is_edited && !editor_->MayOverwriteOwnFile()) return false;
   const std::string text = editor_->Text();
-  const Status status = is_edited ? SaveFile(session_.files, page, text) : unsaved_page_.Write(page, text);
+  const Status status =
+      is_edited ? SaveUndoably(session_, editor_, page, text) : unsaved_page_.Write(page, text);
   if (!status.ok()) {
     Tell(editor_, "Not saved: " + status.reason());
     return false;

@@ -18,6 +18,8 @@
 
 namespace tessaril {
 
+class UndoPlan;
+
 /// The window in which the user sets up and runs every function. Of its two panels one is shown at a time;
 /// the three buttons at its edge lie on top of both.
 class MainWindow : public QWidget, private RunStage {
@@ -71,6 +73,10 @@ class MainWindow : public QWidget, private RunStage {
   void ChangeSiteRules();
   void RemoveSiteRules();
 
+  /// Shows what an undo of the last run would restore, asks, does it and tells how it went. Not for the time
+  /// of a run.
+  void UndoLastRun();
+
   /// Whether a run is on. Then the program may be left only when RunEnded has been emitted.
   bool IsRunning() const { return running_; }
 
@@ -115,6 +121,8 @@ class MainWindow : public QWidget, private RunStage {
   void EndRun(const RunEnd& end);
   void PlaceBtn();
   RunEnd Run();
+  bool GoOnWithoutUndo(const std::string& reason);
+  void Undo(const UndoPlan& plan, Files& files);
   RunOptions TakeOptions() const;
   bool TakeSite(RunOptions& options);
   void OpenCommandLine();

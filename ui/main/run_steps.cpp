@@ -8,6 +8,8 @@
 #include "ui/main/main_window.h"
 #include "ui/shared/controls.h"
 #include "ui/shared/texts.h"
+#include "ui/shared/undoable_save.h"
+#include "undo/undoable_files.h"
 
 namespace tessaril {
 
@@ -30,14 +32,23 @@ void MainWindow::PressSearch() {
 
 // The walk itself knows what to do without memory; here it is the finished report that finds none.
 RunEnd MainWindow::Run() {
+  UndoableFiles files(session_.files, session_.undo, DescribeRun(options_),
+                      [this](const std::string& reason) { return GoOnWithoutUndo(reason); });
   try {
-    return SearchRun(session_.files, host_, session_.entities, options_, state_);
+    return SearchRun(files, host_, session_.entities, options_, state_);
   } catch (const std::bad_alloc&) {
   } catch (const std::length_error&) {
   }
   if (cmdExit->text() == "&Cancel") EndWalk();
   host_.Tell("Output text too long.\r\nAbandoning search...");
   return {};
+}
+
+// A run is not to go on and fail at each file.
+bool MainWindow::GoOnWithoutUndo(const std::string& reason) {
+  const bool goes_on = host_.Ask({NoUndoQuestion(reason), Question::When::kDuringWalk});
+  if (!goes_on) host_.Cancel();
+  return goes_on;
 }
 
 RunOptions MainWindow::TakeOptions() const {

@@ -5,12 +5,14 @@
 
 #include "engine/disk_files.h"
 #include "engine/entities.h"
+#include "undo/undo_store.h"
 
 namespace tessaril {
 
 /// What all windows share for the whole run of the program. Paths are the file system's bytes.
 struct Session {
-  DiskFiles files;  // its current folder is the program's
+  UndoStore undo{std::string()};  // of what runs and the editor change
+  DiskFiles files;                // its current folder is the program's
   Entities entities;
   std::string CommandLine;    // what the program was started with; empty for nothing
   std::string ProgramFolder;  // no separator at its end
