@@ -3,11 +3,14 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <csignal>
+#include <cstdlib>
+#include <stdexcept>
 
 namespace tessaril {
 namespace {
@@ -15,6 +18,11 @@ namespace {
 // Opened before a test changes what the new process may do: another user may have no way to the build folder.
 int OpenProgram() {
   return open(TSL_PROGRAM, O_PATH | O_CLOEXEC);
+}
+
+// What runs keep to be undone goes to a folder of the tests, which any user may write.
+void UseUserFolder() {
+  setenv("XDG_DATA_HOME", UserData().path().c_str(), 1);
 }
 
 [[noreturn]] void Become(int program, const Words& arguments) {
@@ -40,6 +48,12 @@ bool ReadSome(int from, std::string& into) {
 
 }  // namespace
 
+const ScratchFolder& UserData() {
+  static const ScratchFolder folder;
+  static const int opened = chmod(folder.path().c_str(), 0777);
+  return opened == 0 ? folder : throw std::runtime_error(folder.path());
+}
+
 ProgramEnd RunTsl(const Words& arguments, const std::function<void()>& prepare) {
   int out[2];
   int err[2];
@@ -51,6 +65,7 @@ ProgramEnd RunTsl(const Words& arguments, const std::function<void()>& prepare) 
     dup2(err[1], STDERR_FILENO);
     for (const int end : {out[0], out[1], err[0], err[1]}) close(end);
     const int program = OpenProgram();
+    UseUserFolder();
     if (prepare) prepare();
     Become(program, arguments);
   }

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/scratch_folder.h"
+
 namespace tessaril {
 
 /// What a run of `tsl` left.
@@ -15,6 +17,9 @@ struct ProgramEnd {
 };
 
 using Words = std::vector<std::string>;
+
+/// What `tsl` finds as the folder of the user's data, for the whole test program.
+const ScratchFolder& UserData();
 
 /// Runs `tsl` with these arguments and nothing to read. `prepare` is called in the new process first.
 ProgramEnd RunTsl(const Words& arguments, const std::function<void()>& prepare = {});
