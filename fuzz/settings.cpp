@@ -15,9 +15,9 @@ namespace tessaril {
 namespace {
 
 std::string Told(const Settings& settings) {
-  return settings.LastDir + "|" + std::to_string(settings.PrinterFontSize) + "|" + settings.PrinterFontName +
-         "|" + settings.CGIname + "|" + (settings.BrowserFirst ? "browser" : "editor") +
-         (settings.UCfilename ? "|upper" : "|lower");
+  return settings.LastDir + "|" + std::to_string(settings.PrinterFontSize + 0) + "|" +
+         settings.PrinterFontName + "|" + settings.CGIname + "|" +
+         (settings.BrowserFirst ? "browser" : "editor") + (settings.UCfilename ? "|upper" : "|lower");
 }
 
 bool HasAny(const Settings& settings, const char* characters) {

@@ -174,7 +174,7 @@ class PlainTokenizer {
     kScriptDoubleDashDash, kScriptDoubleLess, kScriptDoubleEnd,  // texts up to here
     kTagOpen, kEndTagOpen, kTagName, kBeforeName, kName, kAfterName, kBeforeValue, kValueDouble,
     kValueSingle, kValueUnquoted, kAfterValue, kSelfClosing,  // tags up to here
-    kBogusComment, kInstruction, kDeclaration, kCommentStart, kCommentStartDash, kComment, kCommentLess,
+    kBogusComment, kInstruction, kXmlComment, kDeclaration, kCommentStart, kCommentStartDash, kComment, kCommentLess,
     kCommentLessBang, kCommentLessBangDash, kCommentLessBangDashDash, kCommentEndDash, kCommentEnd,
     kCommentEndBang, kDoctype
   };
@@ -431,7 +431,10 @@ class PlainTokenizer {
     if (c == kEof) return EmitComment(true);
     switch (state_) {
       case kInstruction:
-        if (c == '>' && text_[pos_ - 2] == '?') EmitComment(false);
+        if (c == '>' && text_[pos_ - 2] == '?' && pos_ > mark_ + 3) EmitComment(false);
+        return;
+      case kXmlComment:
+        if (c == '>' && pos_ >= mark_ + 7 && text_.compare(pos_ - 3, 2, "--") == 0) EmitComment(false);
         return;
       case kBogusComment:
       case kDoctype:
@@ -473,7 +476,7 @@ class PlainTokenizer {
     --pos_;
     if (rest.starts_with("--")) {
       pos_ += 2;
-      return To(kCommentStart);
+      return To(is_xml_ ? kXmlComment : kCommentStart);
     }
     if (Lower(rest) == "doctype") {
       pos_ += 7;
