@@ -400,6 +400,8 @@ TEST(SitePatterns, StayWithinNamesOrCrossFolders) {
        "c",
        true},
       {"a?b", "a/b", false},
+      {"*??", "\xE2\x82\xAC", false},
+      {"**??", "\xE2\x82\xAC", false},
       {"**b*c", "a/b/xc", false},
       {"**b**c", "a/b/xc", true},
       {"*a*b", "xaxab", true},
