@@ -17,7 +17,7 @@ bool IsBlank(char c) {
 }
 
 bool IsNameByte(char c) {
-  return IsAsciiLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '_' ||
+  return IsAsciiLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '_' || c == '\0' ||
          static_cast<unsigned char>(c) >= 0x80;
 }
 
@@ -163,8 +163,8 @@ void Scan::TakeUrl() {
       ++pos_;
       continue;
     }
-    good = good && !blank && c != '"' && c != '\'' && c != '(' && static_cast<unsigned char>(c) >= ' ' &&
-           c != 127;
+    const bool is_control = (c > 0 && c < ' ') || c == 127;  // NUL is read as U+FFFD
+    good = good && !blank && c != '"' && c != '\'' && c != '(' && !is_control;
     if (c == '\\') {
       good = good && !IsLineEnd(pos_ + 1);
       SkipEscape();

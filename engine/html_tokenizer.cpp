@@ -161,6 +161,7 @@ bool HtmlTokenizer::TakeAttributes() {
     const std::size_t name_end = Find(text_, end_ + 1, kEndsAttributeName);  // a "=" may begin the name
     HtmlAttribute& attribute = attributes_.emplace_back();
     attribute.name = text_.substr(end_, name_end - end_);
+    attribute.value = text_.substr(name_end, 0);
     end_ = name_end < text_.size() && text_[name_end] == '=' ? name_end : SkipBlanks(text_, name_end);
     if (end_ < text_.size() && text_[end_] == '=' && !TakeValue(attribute)) return false;
     if (attributes_.size() > 1) DropRepeated();

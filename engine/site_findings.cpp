@@ -30,6 +30,13 @@ std::string InOneLine(std::string_view name) {
   return shown;
 }
 
+// Whether a link is an attribute without "=", behind whose name nothing can be put.
+bool IsWithoutValue(const PageDoubt& fault, std::string_view text) {
+  constexpr std::string_view kInFrontOfValues = "=\"'( \t\r\n\f";
+  return fault.size == 0 && fault.begin > 0 &&
+         kInFrontOfValues.find(text[fault.begin - 1]) == std::string_view::npos;
+}
+
 }  // namespace
 
 void SiteFinder::Begin(const PageValues& values) {
@@ -44,8 +51,9 @@ std::vector<SiteFinding> SiteFinder::Find(std::string_view text, std::size_t fro
   Begin(values);
   std::vector<SiteFinding> findings;
   for (const PageDoubt& fault : faults) {
-    if (fault.begin + fault.size >= from)
-      Add(fault, text.substr(fault.begin, fault.size), with_proposals, findings);
+    if (fault.begin + fault.size < from) continue;
+    const bool takes_proposal = with_proposals && !IsWithoutValue(fault, text);
+    Add(fault, text.substr(fault.begin, fault.size), takes_proposal, findings);
   }
   return findings;
 }

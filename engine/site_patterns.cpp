@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-// Goes through pattern and path once for each "*" or "**" at most: a mismatch gives the last "*" one byte
-// more, where it must not take any, the last "**". "**/" also stands for nothing.
+// Goes through pattern and path once for each "*" or "**" at most: a mismatch gives the last "*" one
+// character more, where it must not take any, the last "**". "**/" also stands for nothing.
 class Matching {
  public:
   Matching(std::string_view pattern, std::string_view path) : pattern_(pattern), path_(path) {}
@@ -42,21 +42,27 @@ class Matching {
     if (pos_ >= path_.size() || at_ >= pattern_.size()) return false;
     const bool any = pattern_[at_] == '?' && path_[pos_] != '/';
     if (!any && pattern_[at_] != path_[pos_]) return false;
-    pos_ += any ? std::max<std::size_t>(SequenceLength(path_.substr(pos_)), 1) : 1;
+    pos_ += any ? CharacterAt(pos_) : 1;
     ++at_;
     return true;
   }
 
+  // Its length; 1 for a byte that begins none.
+  std::size_t CharacterAt(std::size_t pos) const {
+    return std::max<std::size_t>(SequenceLength(path_.substr(pos)), 1);
+  }
+
   bool GiveStarMore() {
     if (star_ == kNone || star_pos_ >= path_.size() || path_[star_pos_] == '/') return false;
-    pos_ = ++star_pos_;
+    star_pos_ += CharacterAt(star_pos_);
+    pos_ = star_pos_;
     at_ = star_;
     return true;
   }
 
   bool GiveStarsMore() {
     if (stars_ == kNone || stars_pos_ >= path_.size()) return false;
-    std::size_t next = stars_pos_ + 1;
+    std::size_t next = stars_pos_ + CharacterAt(stars_pos_);
     if (first_star_pos_ != kNone) {
       // What follows the first "*" fits nowhere in the name in which that began.
       const std::size_t slash = path_.find('/', first_star_pos_);

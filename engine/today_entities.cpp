@@ -17,6 +17,14 @@ using Fault = CharacterReference::Fault;
 constexpr std::string_view kUnclosed = "Entity without \";\" at its end";
 constexpr std::string_view kNoCharacter = "Numeric entity that stands for no character";
 
+// Whether browsers read a numeric reference with this code by Windows-1252, as another character.
+bool IsReadAsWindows(char32_t code) {
+  constexpr char32_t kFirst = 0x80;
+  constexpr char32_t kLast = 0x9F;
+  if (code < kFirst || code > kLast) return false;
+  return EightBitCharacter(static_cast<char>(static_cast<unsigned char>(code))) != code;
+}
+
 EntityVerdict JudgeUnclosed(std::string_view reference) {
   const std::string closed = std::string(reference) + ";";
   const std::size_t length = reference.size();
@@ -40,15 +48,12 @@ EntityVerdict JudgeWithoutDigits(std::string_view text) {
 // A code that is no character's. Those of Windows-1252 are read as they were meant; for the others nobody
 // knows what was, so that the proposal is the text as it stands.
 EntityVerdict JudgeCode(const Entities& entities, std::string_view text, std::size_t length) {
-  constexpr char32_t kFirst = 0x80;
-  constexpr char32_t kLast = 0x9F;
   const std::string as_it_stands(text.substr(0, length));
   EntityVerdict verdict{kNumericEntity, 0, length, length, as_it_stands, "Character: ", kNoCharacter};
   const char32_t code = ReferencedCode(text);
-  if (code < kFirst || code > kLast) return verdict;
+  if (!IsReadAsWindows(code)) return verdict;
   const char byte = static_cast<char>(static_cast<unsigned char>(code));
   const char32_t meant = EightBitCharacter(byte);
-  if (meant == code) return verdict;
   const std::string_view name = entities.NameForNumeric(byte);
   verdict.proposed = name.empty() ? NumericEntity(meant) : Entity(name);
   AppendUtf8(meant, verdict.hint);
@@ -72,6 +77,16 @@ EntityVerdict JudgeAmpersand(const Entities& entities, std::string_view text, bo
       break;
   }
   return length == 0 ? JudgeWithoutDigits(text) : JudgeCode(entities, text, length);
+}
+
+// Of a control character that no reference stands for ("&#150;" is a dash to browsers) nobody knows what was
+// meant, so that the proposal is the character itself.
+EntityVerdict JudgeHighCharacter(const Entities& entities, PageEncoding encoding, std::string_view text) {
+  EntityVerdict verdict = JudgeCharacter(entities, encoding, text);
+  if (encoding != PageEncoding::kUtf8 || verdict.length == 0) return verdict;
+  const std::string_view character = text.substr(0, verdict.length);
+  if (IsReadAsWindows(CodePoint(character))) verdict.proposed = character;
+  return verdict;
 }
 
 }  // namespace
@@ -115,7 +130,7 @@ std::optional<EntityVerdict> TodayEntities::NextIn(PageText& page, std::size_t b
     if (next == std::string_view::npos) break;
     text.remove_prefix(next);
     EntityVerdict verdict = text[0] == '&' ? JudgeAmpersand(entities_, text, in_attribute)
-                                           : JudgeCharacter(entities_, page.Encoding(), text);
+                                           : JudgeHighCharacter(entities_, page.Encoding(), text);
     if (verdict.length > 0) {
       verdict.place = end - text.size();
       return verdict;

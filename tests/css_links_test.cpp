@@ -27,6 +27,8 @@ TEST(CssLinks, AreThoseThatBrowsersFollow) {
       {"/* url(a) */ 'url(b)' \"\\\"url(c)\" a{content:'d'}", {}},
       {"url(a b) url(c\"d) url(e(f) url(\\\n) url(g\\)h) url('i\n')", {"g\\)h"}},
       {"url( j ) url(k", {"j", "k"}},
+      {std::string("a\0url(no)", 9), {}},
+      {std::string("url(l\0m) url(\x01)", 15), {std::string("l\0m", 3)}},
       {"u\\72l(a) #url(b) myurl(c) url (d) -url(e) 1url(f) @\\69mport 'g'", {"a", "g"}},
       {"@namespace url(a);@namespace b url(c);@import 'd'", {"d"}},
       {"a{behavior : url(b);c:url(d)}.behavior:hover{e:url(f)}", {"d", "f"}},

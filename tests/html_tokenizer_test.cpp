@@ -7,51 +7,7 @@
 namespace tessaril {
 namespace {
 
-using Token = HtmlTokenizer::Token;
 using Words = std::vector<const char*>;
-
-std::vector<PlainToken> Tokens(const std::string& text, HtmlTokenizer::Syntax syntax) {
-  std::vector<PlainToken> tokens;
-  HtmlTokenizer tokenizer(text, syntax);
-  for (Token kind = tokenizer.Next(); kind != Token::kEnd; kind = tokenizer.Next()) {
-    PlainToken token{kind, tokenizer.begin(), tokenizer.end(), {}, {}, false};
-    const bool is_text = kind == Token::kText || kind == Token::kRawText;
-    if (is_text && !tokens.empty() && tokens.back().kind == kind && tokens.back().end == token.begin) {
-      tokens.back().end = token.end;
-      continue;
-    }
-    if (kind == Token::kStartTag || kind == Token::kEndTag) token.name = tokenizer.name();
-    if (kind == Token::kStartTag) {
-      token.self_closing = tokenizer.is_self_closing();
-      for (const HtmlAttribute& attribute : tokenizer.attributes()) {
-        const std::string quote(attribute.quote == '\0' ? 0 : 1, attribute.quote);
-        token.attributes.push_back(std::string(attribute.name) + (attribute.has_value ? "=" : "") + quote +
-                                   std::string(attribute.value) + quote);
-      }
-    }
-    tokens.push_back(token);
-  }
-  return tokens;
-}
-
-// "<a {href='x'} />", "</a>", "!<!-- a comment -->", and texts: "a & b" and, when references do not count,
-// "=a & b".
-std::string Shown(const std::string& text, const std::vector<PlainToken>& tokens) {
-  std::string shown;
-  for (const PlainToken& token : tokens) {
-    if (!shown.empty()) shown += " | ";
-    if (token.kind == Token::kComment) shown += "!";
-    if (token.kind == Token::kRawText) shown += "=";
-    if (token.name.empty()) {
-      shown += text.substr(token.begin, token.end - token.begin);
-      continue;
-    }
-    shown += (token.kind == Token::kEndTag ? "</" : "<") + token.name;
-    for (const std::string& attribute : token.attributes) shown += " {" + attribute + "}";
-    shown += token.self_closing ? " />" : ">";
-  }
-  return shown;
-}
 
 std::string RandomText(std::mt19937& random, const Words& words, std::size_t most) {
   std::string text;
@@ -70,9 +26,10 @@ void HoldPages(const Words& words, HtmlTokenizer::Syntax syntax, int pages, cons
   for (int page = 0; page < pages; ++page) {
     const std::string text = around + RandomText(random, words, 14);
     const auto plain = PlainHtmlTokens(text, syntax == HtmlTokenizer::Syntax::kXml);
-    const auto tokens = Tokens(text, syntax);
-    ASSERT_TRUE(plain == tokens) << "page " << page << ": " << text << "\nplainly: " << Shown(text, plain)
-                                 << "\nbut: " << Shown(text, tokens);
+    const auto tokens = TokensOf(text, syntax);
+    ASSERT_TRUE(plain == tokens) << "page " << page << ": " << text
+                                 << "\nplainly: " << ShownTokens(text, plain)
+                                 << "\nbut: " << ShownTokens(text, tokens);
   }
 }
 
@@ -105,7 +62,8 @@ TEST(HtmlTokenizer, TakesPagesApartAsBrowsersDo) {
       {"<![CDATA[a>b]]>", "!<![CDATA[a> | b]]>"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Shown(row.page, Tokens(row.page, HtmlTokenizer::Syntax::kHtml)), row.tokens) << row.page;
+    EXPECT_EQ(ShownTokens(row.page, TokensOf(row.page, HtmlTokenizer::Syntax::kHtml)), row.tokens)
+        << row.page;
   }
 }
 
@@ -150,11 +108,13 @@ TEST(HtmlTokenizer, KnowsWhereSvgAndMathMlStand) {
   };
   for (const std::string& page : inside) {
     const std::string text = page + cdata;
-    EXPECT_TRUE(Shown(text, Tokens(text, HtmlTokenizer::Syntax::kHtml)).ends_with("=" + cdata)) << page;
+    EXPECT_TRUE(ShownTokens(text, TokensOf(text, HtmlTokenizer::Syntax::kHtml)).ends_with("=" + cdata))
+        << page;
   }
   for (const std::string& page : outside) {
     const std::string text = page + cdata;
-    EXPECT_TRUE(Shown(text, Tokens(text, HtmlTokenizer::Syntax::kHtml)).ends_with("!<![CDATA[<x> | ]]>"))
+    EXPECT_TRUE(
+        ShownTokens(text, TokensOf(text, HtmlTokenizer::Syntax::kHtml)).ends_with("!<![CDATA[<x> | ]]>"))
         << page;
   }
 }
@@ -166,7 +126,7 @@ TEST(HtmlTokenizer, TakesXmlApart) {
       {"<!--> <a> --!> -->b", "!<!--> <a> --!> --> | b"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Shown(row.page, Tokens(row.page, HtmlTokenizer::Syntax::kXml)), row.tokens) << row.page;
+    EXPECT_EQ(ShownTokens(row.page, TokensOf(row.page, HtmlTokenizer::Syntax::kXml)), row.tokens) << row.page;
   }
 }
 

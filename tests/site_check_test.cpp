@@ -257,6 +257,8 @@ TEST_F(SiteTest, ProposesLinksThatHoldWhereTheyStand) {
       {"<base href=D/><a href='one%20(1).png'>", "../d/one%20%281%29.png"},
       {"<a href='x/a:b.html'>", "./a:b.html"},
       {"<a href=two.html>", ""},  // there are two
+      {"<base href=up/folder/><a href=''>", "../../Up/Folder/"},
+      {"<base href=up/folder/><a href>", ""},  // nothing can be put there
   };
   for (const Row& row : rows) {
     const Lines found = FindOn(row.page);
@@ -398,6 +400,8 @@ TEST(SitePatterns, StayWithinNamesOrCrossFolders) {
        "c",
        true},
       {"a?b", "a/b", false},
+      {"*??", "\xE2\x82\xAC", false},
+      {"**??", "\xE2\x82\xAC", false},
       {"**b*c", "a/b/xc", false},
       {"**b**c", "a/b/xc", true},
       {"*a*b", "xaxab", true},

@@ -67,6 +67,8 @@ TEST(SiteRules, AreUnderstoodAsAWholeOrNotAtAll) {
       {"index = []\r\nstart = 'a\n'", "line 2, column "},
       {"# \xC3\xA4\xFF", "line 1, column 4: not UTF-8"},
       {"\n# \xED\xA0\x80", "line 2, column 3: not UTF-8"},
+      {"index = ['\xC3\xA4', \xC3\xA4]", "line 1, column 15: "},
+      {"\xC3\xA4 = 1", "line 1, column 1: "},
       {std::string("# a\nrules\0 = 'today'", 20), "line 2, column 6: "},
   };
   SiteRules ignored;

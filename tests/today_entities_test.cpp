@@ -101,6 +101,7 @@ TEST_F(TodayEntitiesTest, LeavesCharactersToPagesThatSayTheirEncoding) {
       {"\xE9<p a=\xE8>", {"1 character \xE9>&eacute;", "7 character \xE8>&egrave;"}},
       {"<meta charset=euc-kr>\xB0\xA1 &nosuch;", {"25 unknown-entity &nosuch;>&amp;nosuch;"}},
       {"\xE9" + kSaysUtf8, {"1 character \xE9>&eacute;"}},
+      {"\xC2\x96\xC2\x81", {"1 character \xC2\x96", "2 character \xC2\x81>&#129;"}},  // "&#150;" is a dash
   };
   for (const PageRow& row : rows) {
     Check(row.page);

@@ -174,7 +174,7 @@ class PlainTokenizer {
     kScriptDoubleDashDash, kScriptDoubleLess, kScriptDoubleEnd,  // texts up to here
     kTagOpen, kEndTagOpen, kTagName, kBeforeName, kName, kAfterName, kBeforeValue, kValueDouble,
     kValueSingle, kValueUnquoted, kAfterValue, kSelfClosing,  // tags up to here
-    kBogusComment, kInstruction, kDeclaration, kCommentStart, kCommentStartDash, kComment, kCommentLess,
+    kBogusComment, kInstruction, kXmlComment, kDeclaration, kCommentStart, kCommentStartDash, kComment, kCommentLess,
     kCommentLessBang, kCommentLessBangDash, kCommentLessBangDashDash, kCommentEndDash, kCommentEnd,
     kCommentEndBang, kDoctype
   };
@@ -431,7 +431,10 @@ class PlainTokenizer {
     if (c == kEof) return EmitComment(true);
     switch (state_) {
       case kInstruction:
-        if (c == '>' && text_[pos_ - 2] == '?') EmitComment(false);
+        if (c == '>' && text_[pos_ - 2] == '?' && pos_ > mark_ + 3) EmitComment(false);
+        return;
+      case kXmlComment:
+        if (c == '>' && pos_ >= mark_ + 7 && text_.compare(pos_ - 3, 2, "--") == 0) EmitComment(false);
         return;
       case kBogusComment:
       case kDoctype:
@@ -473,7 +476,7 @@ class PlainTokenizer {
     --pos_;
     if (rest.starts_with("--")) {
       pos_ += 2;
-      return To(kCommentStart);
+      return To(is_xml_ ? kXmlComment : kCommentStart);
     }
     if (Lower(rest) == "doctype") {
       pos_ += 7;
@@ -675,6 +678,47 @@ std::vector<PlainToken> PlainHtmlTokens(const std::string& text, bool is_xml) {
 
 std::vector<std::string> PlainCssLinks(const std::string& css) {
   return PlainCss(css).Links();
+}
+
+std::vector<PlainToken> TokensOf(const std::string& text, HtmlTokenizer::Syntax syntax) {
+  std::vector<PlainToken> tokens;
+  HtmlTokenizer tokenizer(text, syntax);
+  for (Token kind = tokenizer.Next(); kind != Token::kEnd; kind = tokenizer.Next()) {
+    PlainToken token{kind, tokenizer.begin(), tokenizer.end(), {}, {}, false};
+    const bool is_text = kind == Token::kText || kind == Token::kRawText;
+    if (is_text && !tokens.empty() && tokens.back().kind == kind && tokens.back().end == token.begin) {
+      tokens.back().end = token.end;
+      continue;
+    }
+    if (kind == Token::kStartTag || kind == Token::kEndTag) token.name = tokenizer.name();
+    if (kind == Token::kStartTag) {
+      token.self_closing = tokenizer.is_self_closing();
+      for (const HtmlAttribute& attribute : tokenizer.attributes()) {
+        const std::string quote(attribute.quote == '\0' ? 0 : 1, attribute.quote);
+        token.attributes.push_back(std::string(attribute.name) + (attribute.has_value ? "=" : "") + quote +
+                                   std::string(attribute.value) + quote);
+      }
+    }
+    tokens.push_back(token);
+  }
+  return tokens;
+}
+
+std::string ShownTokens(const std::string& text, const std::vector<PlainToken>& tokens) {
+  std::string shown;
+  for (const PlainToken& token : tokens) {
+    if (!shown.empty()) shown += " | ";
+    if (token.kind == Token::kComment) shown += "!";
+    if (token.kind == Token::kRawText) shown += "=";
+    if (token.name.empty()) {
+      shown += text.substr(token.begin, token.end - token.begin);
+      continue;
+    }
+    shown += (token.kind == Token::kEndTag ? "</" : "<") + token.name;
+    for (const std::string& attribute : token.attributes) shown += " {" + attribute + "}";
+    shown += token.self_closing ? " />" : ">";
+  }
+  return shown;
 }
 
 }  // namespace tessaril

@@ -26,6 +26,13 @@ struct PlainToken {
 /// formatting elements.
 std::vector<PlainToken> PlainHtmlTokens(const std::string& text, bool is_xml);
 
+/// What the engine's reader makes of a text, in the same form.
+std::vector<PlainToken> TokensOf(const std::string& text, HtmlTokenizer::Syntax syntax);
+
+/// "<a {href='x'} />", "</a>", "!<!-- a comment -->", and texts: "a & b" and, when references do not count,
+/// "=a & b"; parted by " | ".
+std::string ShownTokens(const std::string& text, const std::vector<PlainToken>& tokens);
+
 /// The links of a style sheet.
 std::vector<std::string> PlainCssLinks(const std::string& css);
 
