@@ -19,7 +19,7 @@ namespace tessaril {
 /// same by somebody else answers the same.
 class AnsweringHost : public ScriptHost {
  public:
-  explicit AnsweringHost(std::string answers) : bytes_(std::move(answers)), answers_(bytes_) {}
+  explicit AnsweringHost(std::string bytes) : bytes_(std::move(bytes)), answers_(bytes_) {}
   AnsweringHost(const AnsweringHost&) = delete;
   AnsweringHost& operator=(const AnsweringHost&) = delete;
 
@@ -58,8 +58,8 @@ class AnsweringHost : public ScriptHost {
 /// no page without one. `Files` is what the run must be given.
 class WatchingHost : public AnsweringHost {
  public:
-  WatchingHost(std::string answers, const RunOptions& options, const RunState& state)
-      : AnsweringHost(std::move(answers)), options_(options), state_(state), files(*this) {}
+  WatchingHost(std::string bytes, const RunOptions& options, const RunState& state)
+      : AnsweringHost(std::move(bytes)), options_(options), state_(state), files(*this) {}
 
   class Files : public MemoryFiles {
    public:
