@@ -162,7 +162,9 @@ bool EditorWindow::MayOverwriteOwnFile() {
          (!file_.HasChanged() || AskOkCancel(this, "The file was changed on disk. Overwrite it?"));
 }
 
+// The folder of the file may be another by now.
 void EditorWindow::SaveInto(const std::string& path) {
+  (void)session_.files.EnterFolder(session_.files.CurrentFolder());
   if (IsOwnFile(path) && !MayOverwriteOwnFile()) return;
   if (const Status status = file_.Save(path, Text()); !status.ok()) {
     return Tell(this, "Not saved: " + status.reason());

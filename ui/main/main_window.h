@@ -116,6 +116,7 @@ class MainWindow : public QWidget, private RunStage {
   void PlaceBtn();
   RunEnd Run();
   RunOptions TakeOptions() const;
+  void EnterAnew();
   bool TakeSite(RunOptions& options);
   void OpenCommandLine();
   bool OpenAndEnter(const std::string& folder);
