@@ -296,6 +296,131 @@ TEST_F(RealBrowser, KeepsPagesFromTheUsersFiles) {
   EXPECT_EQ(Address(), server / "link.htm");
 }
 
+// The same by ways that lead round about. Each gives what it could read, and the title says which gave the
+// secret: only the one that has it from the page itself.
+TEST_F(RealBrowser, GivesPagesNoFilesByWaysRoundAbout) {
+  const ScratchFolder outside;
+  outside.Write("secret.txt", "secret");
+  std::filesystem::create_symlink(outside / "secret.txt", site / "link.txt");
+  std::filesystem::create_symlink(outside / "secret.txt", site / "link.htm");
+  site.Write("secret.txt", "secret");
+  site.Write("secret.htm", "<P>secret</P>");
+  site.Write("secret.css", "@import 'more.css'; P { font-family: secret }");
+  site.Write("more.css", "B { font-family: secret }");
+  site.Write("secret.xml", "<a>secret</a>");
+  site.Write("secret.vtt", "WEBVTT\n\n00:00.000 --> 09:00.000\nsecret\n");
+  site.Write("secret.svg",
+             "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><text id='t'>secret</text></svg>");
+  site.Write("tries.htm", R"(<TITLE>Trying</TITLE><LINK ID=css REL=stylesheet HREF=secret.css>
+    <IFRAME ID=frame SRC=secret.htm></IFRAME><IFRAME ID=linked SRC=link.htm></IFRAME>
+    <IFRAME ID=folder SRC=./></IFRAME><OBJECT ID=object DATA=secret.htm></OBJECT>
+    <EMBED ID=embed SRC=secret.svg TYPE=image/svg+xml><IMG ID=picture SRC=secret.svg>
+    <svg><use id=use href='secret.svg#t'/></svg><VIDEO ID=video><TRACK SRC=secret.vtt DEFAULT></VIDEO><SCRIPT>
+    const reply = (way, address) => fetch(address, way).then(got => got.text());
+    const heard = (start) => new Promise(hear => { onmessage = event => hear(event.data); start(hear); });
+    const worker = (address) => heard(hear => {
+      const code = `fetch('${address}').then(got => got.text()).then(postMessage)`;
+      new Worker(URL.createObjectURL(new Blob([code]))).onmessage = event => hear(event.data);
+    });
+    const frameOf = (source) => heard(() => {
+      const frame = document.createElement('iframe');
+      frame.srcdoc = `<script>${source}<\/script>`;
+      document.body.append(frame);
+    });
+    const request = (address, type) => new Promise((done, failed) => {
+      const asks = new XMLHttpRequest();
+      asks.onload = () => done(asks.responseText || asks.response.documentElement.textContent);
+      asks.onerror = failed;
+      asks.open('GET', address);
+      asks.responseType = type;
+      asks.send();
+    });
+    const here = location.href.replace(/[^/]*$/, '');
+    const pixels = async (image) => {
+      const canvas = document.createElement('canvas').getContext('2d');
+      canvas.drawImage(await image, 0, 0);
+      return 'secret' + canvas.getImageData(0, 0, 9, 9).data.length;
+    };
+    const style = () => {
+      const text = `<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>
+        <xsl:template match='/'><x><xsl:copy-of select="document('${here}secret.xml')"/></x></xsl:template>
+        </xsl:stylesheet>`;
+      const parse = text => new DOMParser().parseFromString(text, 'text/xml');
+      const processor = new XSLTProcessor();
+      processor.importStylesheet(parse(text));
+      return processor.transformToDocument(parse('<a/>')).documentElement.textContent;
+};
+const ways = {
+  own : () = > reply({}, 'data:text/plain,secret'),
+  link : () = > reply({}, 'link.txt'),
+  linked : () = > linked.contentDocument.body.innerText,
+  request : () = > request('link.txt', 'text'),
+  document : () = > request('secret.xml', 'document'),
+  opaque : () = > reply({mode : 'no-cors'}, 'secret.txt'),
+  navigate : () = > reply({mode : 'same-origin'}, 'secret.txt'),
+  folder : () = > reply({}, './'),
+  listing : () = > folder.contentDocument.body.innerText.includes('secret') && 'secret',
+  frame : () = > frame.contentWindow.document.body.innerText,
+  object : () = > object.contentDocument.body.innerText,
+  embed : () = > embed.getSVGDocument().documentElement.textContent,
+  use : () = > document.getElementById('use').getBBox().width > 0 && 'secret',
+  picture : () = > pixels(picture),
+  bitmap : () = > pixels(createImageBitmap(picture)),
+  rules : () = > [... css.sheet.cssRules].map(rule = > rule.cssText).join(),
+  imported : () = > [... css.sheet.cssRules[0].styleSheet.cssRules].map(rule = > rule.cssText).join(),
+  track : () = > [... video.textTracks[0].cues].map(cue = > cue.text).join(),
+  worker : () = > worker(here + 'secret.txt'),
+  script : () = > heard(hear = > { new Worker('secret.txt').onmessage = event = > hear(event.data); }),
+  module : () = > import(here + 'secret.txt'),
+  within : () = > frameOf(`fetch('${here}secret.txt')
+                              .then(got = > got.text())
+                              .then(text = > parent.postMessage(text, '*'))`),
+  events : () = > new Promise((done, failed) = >
+                                               {
+                                                 const source = new EventSource('secret.txt');
+                                                 source.onerror = failed;
+                                                 source.onmessage = event = > done(event.data);
+                                               }),
+  transform : style,
+  window : () = > open('secret.htm').document.body.innerText,
+  moved : () = > {history.replaceState(null, '', 'secret.txt');
+return reply({}, location.href);
+}
+,
+};
+onload = async() = > {
+  let got = '';
+  for (const[name, way] of Object.entries(ways)) {
+    const late = new Promise(done = > setTimeout(done, 700, ''));
+    const text = await Promise.race([ (async() = > way())(), late ]).catch(() = > '');
+    if (String(text).includes('secret')) got += ' ' + name;
+  }
+  document.title = 'Got' + got;
+};</SCRIPT>)");
+  Go("tries.htm");
+EXPECT_TRUE(Soon([&] { return Text("StatusBar1_3").startsWith("Got"); }));
+EXPECT_EQ(Text("StatusBar1_3"), "Got own");
+}
+
+// The page of external links, as a program shows it that has read pages which would be more than that.
+TEST_F(RealBrowser, ShowsThePageOfLinksWithoutWhatPagesPutInIt) {
+  const std::string script = "<SCRIPT>document.title = 'run'</SCRIPT>";
+  site.Write("first.htm",
+             "<A HREF='http://127.0.0.1:9/" + script + "'>x</A><A HREF='http://127.0.0.1:9/\">" + script +
+                 "'>x</A><A HREF=\"http://127.0.0.1:9/' onmouseover='alert(1)&quot;>&#60;b\">x</A>" +
+                 "<A HREF='http://127.0.0.1:9/\x1B$B'>x</A><A HREF='http://127.0.0.1:9/\"" + script +
+                 "\x1B(B'>x</A><A HREF='HTTP://127.0.0.1:9/+ADw-script+AD4-'>x</A>");
+  site.Write("a&lt;b<i>.htm", "<A HREF='http://127.0.0.1:9/'>x</A>");
+  driver->Press("Reset");
+  if (driver->Find<QAbstractButton>("MarkedOnly")->isChecked()) driver->Press("MarkedOnly");
+  driver->Choose(2);
+  driver->Press("cmdSearch");
+  const QString page = "file://" + QString::fromStdString(driver->program / "~TSLtemp.htm");
+  EXPECT_TRUE(Becomes(page));
+  Rest(200);
+  EXPECT_EQ(Text("StatusBar1_3"), page);
+}
+
 TEST_F(RealBrowser, LoadsWhatAPageAsksFor) {
   WebServer server;
   site.Write("page.htm", "<TITLE>Page</TITLE><IMG SRC='" + (server / "picture.gif").toStdString() +
