@@ -40,7 +40,8 @@ class LongUse : public testing::Test {
     driver->Find<QAction>("menuStartInEditor")->trigger();
     driver->on_dialog = [this](QWidget& dialog) {
       if (dialog.objectName() == "frmReplace") {
-        if (++proposals % 5 == 0 && driver->IsShown("btnPalette")) {
+        ++proposals;
+        if (driver->IsShown("btnPalette")) {
           QTest::mouseClick(driver->Find("btnPalette"), Qt::LeftButton);
         }
         driver->answers = {proposals % 2 == 0 || !driver->IsShown("btnReplace") ? "keep" : "replace"};
@@ -104,7 +105,7 @@ class LongUse : public testing::Test {
 };
 
 TEST_F(LongUse, NeedsNoMoreMemoryInTheEnd) {
-  constexpr int kFirst = 12;  // all functions by both kinds of rules
+  constexpr int kFirst = 12;  // all functions by either rules
   const int rounds = IsLongForm() ? 1000 : 60;
   double memory = 0;
   qsizetype parts = 0;

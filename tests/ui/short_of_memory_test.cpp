@@ -5,12 +5,14 @@
 #include <atomic>
 #include <cstdlib>
 #include <new>
+#include <optional>
 
 #include "tests/ui/support/driver.h"
 #include "ui/main/file_list.h"
 
-// Memory ends for what is large, while the toolkit still finds some for its windows. That is how it goes with
-// reports: they are what grows. The program's own "new" is replaced, so this is a test program of its own.
+// Memory ends for large strings, while the toolkit still finds some for its windows, and the reading of pages
+// for its buffers. That is how it goes with reports: they are what grows. "new" is replaced, so this is a
+// test program of its own.
 
 namespace {
 
@@ -28,7 +30,18 @@ void* operator new(std::size_t size) {
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
 }
+void* operator new[](std::size_t size) {
+  void* const memory = std::malloc(size == 0 ? 1 : size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
 void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
   std::free(memory);
 }
 void operator delete(void* memory, std::size_t) noexcept {
@@ -126,11 +139,13 @@ TEST_F(ShortOfMemory, GivesUpAFinishedReport) {
     scratch.Write("site/" + std::to_string(i) + std::string(100, 'x') + ".htm", "");
   Driver driver(scratch / "site");
   driver.Choose(0);
-  const WhenShown arms(*driver.Find("cmdUdskriv"), [] { most_at_once = 100000; });
+  std::optional<WhenShown> arms;
+  arms.emplace(*driver.Find("cmdUdskriv"), [] { most_at_once = 100000; });
   driver.on_dialog = [](QWidget&) { MemoryLimit::End(); };
   driver.said.clear();
   refused = 0;
   driver.Press("cmdSearch");
+  arms.reset();
   MemoryLimit::End();
   EXPECT_GT(refused, 0);
   EXPECT_EQ(driver.said, std::vector<std::string>{kTooLong});

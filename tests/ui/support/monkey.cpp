@@ -97,9 +97,9 @@ std::string Monkey::LastDone() const {
 void Monkey::Step() {
   if (!lives_) return;
   QTimer::singleShot(0, &timers_, [this] { Step(); });
+  StayInside();
   if (before_step) before_step();
   See();
-  StayInside();
   constexpr int kBetweenHomings = 150;
   if (left_ % kBetweenHomings == 0 && !at_home_) return GoHome();
   at_home_ = false;
