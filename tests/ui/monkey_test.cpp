@@ -5,9 +5,11 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPrintDialog>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -118,7 +120,8 @@ class Guard {
  private:
   void Judge(const std::string& path) {
     ++changes_;
-    if (any_ || allowed_.contains(path) || path.ends_with("/~temp.htm") || path.ends_with("/tessaril.toml"))
+    if (any_ || allowed_.contains(path) || printed_.contains(path) || path.ends_with("/~temp.htm") ||
+        path.ends_with("/tessaril.toml"))
       return;
     // A file that is renamed is named in a question.
     const QString name = QString::fromStdString(fs::path(path).filename()).toLower();
@@ -136,6 +139,10 @@ class Guard {
       if (!window->isVisible()) continue;
       if (auto* const files = qobject_cast<QFileDialog*>(window)) {
         for (const QString& file : files->selectedFiles()) allowed_.insert(file.toStdString());
+      }
+      if (qobject_cast<QPrintDialog*>(window) != nullptr) {
+        const QString file = window->findChild<QLineEdit*>("filename")->text();
+        printed_.insert(QDir::home().absoluteFilePath(file).toStdString());
       }
       if (window->objectName() == "frmReplace") {
         allowed_.insert(window->findChild<QWidget*>("FileName")->accessibleName().toStdString());
@@ -155,8 +162,9 @@ class Guard {
   const std::string program_;
   States states_;
   std::set<std::string> allowed_;
-  QString question_;  // that is asked now
-  bool any_ = false;  // pages may change unasked: the user switched the questions off
+  std::set<std::string> printed_;  // or to be printed; a document comes when it is complete
+  QString question_;               // that is asked now
+  bool any_ = false;               // pages may change unasked: the user switched the questions off
   int changes_ = 0;
 };
 
