@@ -301,7 +301,12 @@ void Monkey::Open() {
   if (InPercent(25)) {
     QWidget* const function = Child(("Option1_" + std::to_string(Below(7))).c_str());
     Note("choose " + NameOf(*function).toStdString());
-    if (function->isVisible()) Mouse(*function, function->rect().center(), Qt::LeftButton, false);
+    if (!function->isVisible()) return;
+    Mouse(*function, function->rect().center(), Qt::LeftButton, false);
+    QWidget* const search = lives_ && InPercent(50) ? Child("cmdSearch") : nullptr;
+    if (search == nullptr || !search->isVisible()) return;
+    Note("search");
+    Mouse(*search, search->rect().center(), Qt::LeftButton, false);
   } else if (InPercent(40)) {
     auto* const item = Frame().findChild<QAction*>(OneOf(kItems));
     if (item == nullptr || !item->isEnabled()) return;
