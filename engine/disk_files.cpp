@@ -171,13 +171,28 @@ bool DiskFiles::FolderIsUnchanged(const std::string& folder, const FileStamp& st
 }
 
 Status DiskFiles::EnterFolder(const std::string& folder) {
-  if (current_.is_open() && folder == current_folder_) return {};
+  if (current_.is_open() && folder == current_folder_) {
+    if (IsStillCurrent()) return {};
+    Status flushed = FlushFolder();
+    current_ = {};  // nothing more is read or written in the folder that had this path before
+    if (!flushed.ok()) return flushed;
+  }
   FileHandle next;
   if (Status status = OpenFolderAt(folder, O_RDONLY, next); !status.ok()) return status;
   Status flushed = FlushFolder();
   current_ = std::move(next);
   current_folder_ = folder;
   return flushed;
+}
+
+// Whether the path of the current folder still leads to it: it may have been moved, and another be in its
+// place.
+bool DiskFiles::IsStillCurrent() const {
+  FileHandle there;
+  struct stat now {};
+  struct stat then {};
+  return OpenFolderAt(current_folder_, O_PATH, there).ok() && fstat(there.get(), &now) == 0 &&
+         fstat(current_.get(), &then) == 0 && now.st_dev == then.st_dev && now.st_ino == then.st_ino;
 }
 
 Status DiskFiles::PlaceOf(const std::string& path, Place& place) {

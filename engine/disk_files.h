@@ -50,6 +50,7 @@ class DiskFiles : public Files {
   };
   Status PlaceOf(const std::string& path, Place& place);
   Status OpenLinked(const std::string& path, FileHandle& file, FileStamp& stamp);
+  bool IsStillCurrent() const;
   void NoteFlush(const OpenFolder& folder, Status flushed);
 
   std::string current_folder_;

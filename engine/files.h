@@ -49,7 +49,8 @@ class Files {
   /// Whether the folder certainly has the entries that it had when `stamp` was made.
   virtual bool FolderIsUnchanged(const std::string& folder, const FileStamp& stamp) = 0;
 
-  /// Makes `folder` the current folder; on failure the current folder stays.
+  /// Makes `folder` the current folder; on failure the current folder stays. To enter the current one again
+  /// finds out whether another has taken its place on the disk.
   virtual Status EnterFolder(const std::string& folder) = 0;
 
   /// The current folder by the path that it was entered by, symbolic links not resolved.

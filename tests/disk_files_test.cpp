@@ -50,6 +50,22 @@ TEST_F(DiskFilesTest, ReadsWhatIsThere) {
   EXPECT_GT(bytes.size(), 100U);
 }
 
+TEST_F(DiskFilesTest, FindsOutThatAnotherFolderIsInThePlaceOfTheCurrentOne) {
+  scratch.Write("site/a.htm", "old");
+  ASSERT_TRUE(files.EnterFolder(scratch / "site").ok());
+  ASSERT_TRUE(Read("site/a.htm").ok());
+  fs::rename(scratch / "site", scratch / "kept");
+  EXPECT_EQ(files.EnterFolder(scratch / "site").reason(), "No such file or directory");
+  EXPECT_EQ(Read("site/a.htm").reason(), "No such file or directory");
+  scratch.Write("site/a.htm", "new");
+  ASSERT_TRUE(files.EnterFolder(scratch / "site").ok());
+  ASSERT_TRUE(Read("site/a.htm").ok());
+  EXPECT_EQ(bytes.view(), "new");
+  ASSERT_TRUE(Replace("site/a.htm", "newer").ok());
+  EXPECT_EQ(scratch.Read("site/a.htm"), "newer");
+  EXPECT_EQ(scratch.Read("kept/a.htm"), "old");
+}
+
 TEST_F(DiskFilesTest, ReadsRegularFilesOnly) {
   mkfifo((scratch / "pipe.htm").c_str(), 0644);
   fs::create_directory(scratch / "folder.htm");

@@ -63,7 +63,7 @@ Texts Characters(std::u32string_view codes) {
 TEST(ByteTextBox, ShowsAndGivesBackWhatItWasGiven) {
   using namespace std::string_view_literals;
   Texts pieces = Characters(
-      U"a\0\1\t\x7F\r\n\u0085\u00A0\u00E9\u010D\u0301\u2028\u2029\u2400\uFDD0\uFDD1\uFEFF\uFFFC\uFFFF\U0001F600"sv);
+      U"a\0\1\t\x7F\r\n\u0085\u00A0\u00E9\u010D\u0301\u2028\u2029\u202E\u2066\u2400\uFDD0\uFDD1\uFEFF\uFFFC\uFFFF\U0001F600"sv);
   for (const char* broken :
        {"\xE9", "\x80\x81", "\xC0\x80", "\xED\xA0\x80", "\xF0\x9F\x98", "\xF4\x90\x80\x80"}) {
     pieces.insert(pieces.end(), {broken, "\r\n"});
@@ -79,8 +79,8 @@ TEST(ByteTextBox, ShowsAndGivesBackWhatItWasGiven) {
     box.Select({0, bytes.size()});
     ASSERT_EQ(Selected(box), std::pair(0UL, bytes.size())) << testing::PrintToString(bytes);
   }
-  box.SetBytes("\xC3\xA9\xC4\x8D\n\xC3\xA9\xE9\x80z\x81\rx\0\r\n\xE2\x80\xA9"s);
-  EXPECT_EQ(box.toPlainText(), u"\u00E9\u010D\n\u00C3\u00A9\u00E9\u20ACz\u0081\nx\u2400\n\u00B6"_qs);
+  box.SetBytes("\xC3\xA9\xC4\x8D\n\xC3\xA9\xE9\x80z\x81\rx\0\r\n\xE2\x80\xA9\xE2\x80\xAE"s);
+  EXPECT_EQ(box.toPlainText(), u"\u00E9\u010D\n\u00C3\u00A9\u00E9\u20ACz\u0081\nx\u2400\n\u00B6\u21E6"_qs);
 }
 
 TEST(ByteTextBox, SelectsWholeCharactersInBytes) {

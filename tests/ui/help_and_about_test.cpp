@@ -84,6 +84,14 @@ TEST_F(HelpAndAbout, StartsTheFirstViewerOfTheHelp) {
     press_f1();
     EXPECT_EQ(Started(), row.started);
   }
+  InstallOnly({"okular", "xdg-open"});
+  for (const char* const broken : {"xchm", "kchmviewer"}) {
+    programs.Write(broken, "#!/bin/sh\ncase $0 in */xchm) kill -SEGV $$ ;; esac\nexit 1\n");
+    fs::permissions(programs / broken, fs::perms::owner_all);
+  }
+  press_f1();
+  EXPECT_EQ(Started(), "<okular>\n<" + book + ">\n");
+  InstallOnly({"xdg-open"});
   fs::remove(book);  // its pages do as well
   press_f1();
   EXPECT_EQ(Started(), "<xdg-open>\n<" + page + ">\n");

@@ -296,6 +296,140 @@ TEST_F(RealBrowser, KeepsPagesFromTheUsersFiles) {
   EXPECT_EQ(Address(), server / "link.htm");
 }
 
+// The same by ways that lead round about. The title names the ways by which the page could read a secret: all
+// that there are for a page of a server and the server's own files, which shows that the ways are some; of
+// the disk only what it has from itself.
+TEST_F(RealBrowser, GivesPagesNoFilesByWaysRoundAbout) {
+  const std::string tries = R"page(<TITLE>Trying</TITLE><LINK ID=css REL=stylesheet HREF=secret.css>
+    <IFRAME ID=inner SRC=secret.htm></IFRAME><IFRAME ID=linked SRC=link.htm></IFRAME>
+    <OBJECT ID=object DATA=secret.htm></OBJECT><EMBED ID=embed SRC=secret.svg TYPE=image/svg+xml>
+    <IMG ID=picture SRC=secret.svg><svg><use id=use href='secret.svg#t'/></svg>
+    <VIDEO ID=video><TRACK SRC=secret.vtt DEFAULT></VIDEO><SCRIPT>
+    const here = location.href.replace(/[^/]*$/, '');
+    const reply = (address, way) => fetch(address, way).then(got => got.text());
+    const request = (address, type, part) => new Promise((done, failed) => {
+      const asks = new XMLHttpRequest();
+      asks.onload = () => done(part(asks));
+      asks.onerror = failed;
+      asks.open('GET', address);
+      asks.responseType = type;
+      asks.send();
+    });
+    const pixels = async (image) => {
+      const canvas = document.createElement('canvas').getContext('2d');
+      canvas.drawImage(await image, 0, 0);
+      return canvas.getImageData(0, 0, 9, 9).data[3] > 0 && 'secret';
+    };
+    const worker = (address) => new Promise(done => {
+      const code = `fetch('${address}').then(got => got.text()).then(postMessage)`;
+      new Worker(URL.createObjectURL(new Blob([code]))).onmessage = event => done(event.data);
+    });
+    const within = (address) => new Promise(done => {
+      onmessage = event => done(event.data);
+      const frame = document.createElement('iframe');
+      frame.srcdoc = `<script>fetch('${address}').then(got => got.text()).then(t => parent.postMessage(t, '*'))<\/script>`;
+      document.body.append(frame);
+    });
+    const rulesOf = (sheet) => [...sheet.cssRules].map(rule => rule.cssText).join();
+    const ways = {
+      own: () => reply('data:text/plain,secret'),
+      fetch: () => reply('secret.txt'),
+      same: () => reply('secret.txt', {mode: 'same-origin'}),
+      link: () => reply('link.txt'),
+      request: () => request('link.txt', 'text', got => got.responseText),
+      document: () => request('secret.xml', 'document', got => got.responseXML.documentElement.textContent),
+      inner: () => inner.contentDocument.body.innerText,
+      linked: () => linked.contentWindow.document.body.innerText,
+      object: () => object.contentDocument.body.innerText,
+      embed: () => embed.getSVGDocument().documentElement.textContent,
+      use: () => document.getElementById('use').getBBox().width > 0 && 'secret',
+      picture: () => pixels(picture),
+      bitmap: () => pixels(createImageBitmap(picture)),
+      rules: () => rulesOf(css.sheet),
+      imported: () => rulesOf(css.sheet.cssRules[0].styleSheet),
+      track: () => { video.textTracks[0].mode = 'hidden'; return [...video.textTracks[0].cues].map(cue => cue.text).join(); },
+      worker: () => worker(here + 'secret.txt'),
+      script: () => new Promise(done => { new Worker('secret.js').onmessage = event => done(event.data); }),
+      module: () => import(here + 'secret.mjs').then(got => got.secret),
+      within: () => within(here + 'secret.txt'),
+      moved: () => { history.replaceState(null, '', 'secret.htm'); return reply(location.href); },
+    };
+    onload = async () => {
+      await new Promise(done => setTimeout(done, 300));
+      let got = '';
+      for (const [name, way] of Object.entries(ways)) {
+        const late = new Promise(done => setTimeout(done, 700, ''));
+        const text = await Promise.race([(async () => way())(), late]).catch(() => '');
+        if (String(text).includes('secret')) got += ' ' + name;
+      }
+      document.title = 'Got' + got;
+    };</SCRIPT>)page";
+  const struct {
+    std::string name;
+    std::string content;
+    const char* type;
+  } files[] = {
+      {"tries.htm", tries, "text/html"},
+      {"secret.txt", "secret", "text/plain"},
+      {"secret.htm", "<P>secret</P>", "text/html"},
+      {"link.txt", "secret", "text/plain"},
+      {"link.htm", "secret", "text/html"},
+      {"secret.xml", "<a>secret</a>", "text/xml"},
+      {"secret.css", "@import 'more.css'; P { font-family: secret }", "text/css"},
+      {"more.css", "B { font-family: secret }", "text/css"},
+      {"secret.vtt", "WEBVTT\n\n00:00.000 --> 09:00.000\nsecret\n", "text/vtt"},
+      {"secret.js", "postMessage('secret')", "text/javascript"},
+      {"secret.mjs", "export const secret = 'secret'", "text/javascript"},
+      {"secret.svg",
+       "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><rect width='9' height='9'/>"
+       "<text id='t' y='9'>secret</text></svg>",
+       "image/svg+xml"},
+  };
+  WebServer server;
+  const ScratchFolder outside;
+  for (const auto& file : files) {
+    server.answers["/" + file.name] = {file.content, file.type};
+    const bool is_link = file.name.starts_with("link");
+    (is_link ? outside : site).Write(file.name, file.content);
+    if (is_link) std::filesystem::create_symlink(outside / file.name, site / file.name);
+  }
+  const struct {
+    QString address;
+    std::string got;
+  } rows[] = {
+      {server / "tries.htm",
+       "Got own fetch same link request document inner linked object embed use picture bitmap rules imported "
+       "track "
+       "worker script module within moved"},
+      {FileAddressOf("tries.htm"), "Got own"},
+  };
+  for (const auto& row : rows) {
+    Go(row.address);
+    EXPECT_TRUE(Soon([&] { return Text("StatusBar1_3").startsWith("Got"); }));
+    EXPECT_EQ(Text("StatusBar1_3").toStdString(), row.got);
+    EXPECT_TRUE(GoesTo(FileAddressOf("first.htm"), "First"));
+  }
+}
+
+// The page of external links, as a program shows it that has read pages which would be more than that.
+TEST_F(RealBrowser, ShowsThePageOfLinksWithoutWhatPagesPutInIt) {
+  const std::string script = "<SCRIPT>document.title = 'run'</SCRIPT>";
+  site.Write("first.htm",
+             "<A HREF='http://127.0.0.1:9/" + script + "'>x</A><A HREF='http://127.0.0.1:9/\">" + script +
+                 "'>x</A><A HREF=\"http://127.0.0.1:9/' onmouseover='alert(1)&quot;>&#60;b\">x</A>" +
+                 "<A HREF='http://127.0.0.1:9/\x1B$B'>x</A><A HREF='http://127.0.0.1:9/\"" + script +
+                 "\x1B(B'>x</A><A HREF='HTTP://127.0.0.1:9/+ADw-script+AD4-'>x</A>");
+  site.Write("a&lt;b<i>.htm", "<A HREF='http://127.0.0.1:9/'>x</A>");
+  driver->Press("Reset");
+  if (driver->Find<QAbstractButton>("MarkedOnly")->isChecked()) driver->Press("MarkedOnly");
+  driver->Choose(2);
+  driver->Press("cmdSearch");
+  const QString page = "file://" + QString::fromStdString(driver->program / "~TSLtemp.htm");
+  EXPECT_TRUE(Becomes(page));
+  Rest(200);
+  EXPECT_EQ(Text("StatusBar1_3"), page);
+}
+
 TEST_F(RealBrowser, LoadsWhatAPageAsksFor) {
   WebServer server;
   site.Write("page.htm", "<TITLE>Page</TITLE><IMG SRC='" + (server / "picture.gif").toStdString() +

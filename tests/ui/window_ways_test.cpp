@@ -314,6 +314,33 @@ TEST_F(WindowWays, TakesUpWhatTheBrowserShows) {
   EXPECT_EQ(Box().Bytes(), driver->program.Read("~TSLtemp.htm"));
 }
 
+TEST_F(WindowWays, WritesIntoTheFolderThatIsThereNow) {
+  namespace fs = std::filesystem;
+  const ScratchFolder kept;
+  const auto replace_site = [&](const std::string& name) {
+    fs::rename(site.path(), kept / name);
+    fs::copy(kept / name, site.path(), fs::copy_options::recursive);
+  };
+  site.Write("tessaril.toml", "");
+  Open("a.htm");
+  TypeAtStart("+");
+  replace_site("first");
+  driver->answers = {"ok"};
+  driver->Press("Gem");
+  EXPECT_EQ(Said(), Words{"The file was changed on disk. Overwrite it?"});
+  EXPECT_EQ(site.Read("a.htm"), "+<P>one\r\ntwo</P>\r\n");
+  driver->Press("MainScreen");
+  driver->Choose(4);
+  driver->Type("SearchTekst", "two");
+  driver->Type("ReplaceText", "three");
+  replace_site("second");
+  driver->answers = {"replace"};
+  driver->Press("cmdSearch");
+  EXPECT_EQ(site.Read("a.htm"), "+<P>one\r\nthree</P>\r\n");
+  EXPECT_EQ(kept.Read("first/a.htm"), "<P>one\r\ntwo</P>\r\n");
+  EXPECT_EQ(kept.Read("second/a.htm"), "+<P>one\r\ntwo</P>\r\n");
+}
+
 TEST_F(WindowWays, StaysWhereThereIsNoBrowser) {
   browser.can_start = false;
   Open("a.htm");

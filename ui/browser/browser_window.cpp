@@ -13,6 +13,7 @@
 #include "ui/shared/controls.h"
 #include "ui/shared/message_boxes.h"
 #include "ui/shared/save_file.h"
+#include "ui/shared/stand_ins.h"
 #include "ui/shared/texts.h"
 
 namespace tessaril {
@@ -22,6 +23,12 @@ constexpr int kSideMargins = 100;  // twips that the page is narrower than the w
 constexpr int kBelowPage = 320;    // twips between the page and the bottom of the window
 constexpr int kStatusHeight = 300;
 constexpr int kTick = 5;  // milliseconds
+
+// A path; where it holds what cannot be seen, its address.
+QString ShownPath(const std::string& path) {
+  const QString shown = Shown(path);
+  return shown == Characters(path) ? shown : FileAddress(path).toString(QUrl::FullyEncoded);
+}
 
 }  // namespace
 
@@ -102,20 +109,20 @@ void BrowserWindow::closeEvent(QCloseEvent* event) {
 // Its name need not be the text that the box shows.
 std::string BrowserWindow::ShownFile() const {
   const QString address = picAddress->Text();
-  return address == Shown(path_) ? path_ : FileOfAddress(address, session_.files.CurrentFolder());
+  return address == ShownPath(path_) ? path_ : FileOfAddress(address, session_.files.CurrentFolder());
 }
 
 void BrowserWindow::Start(const std::string& path) {
   path_ = path;
-  picAddress->Show(Shown(path));
-  picAddress->Remember(Shown(path));
+  picAddress->Show(ShownPath(path));
+  picAddress->Remember(ShownPath(path));
   timTimer->start();
   control_->Navigate(FileAddress(path));
 }
 
 void BrowserWindow::Show(const std::string& path) {
   path_ = path;
-  picAddress->Show(Shown(path));
+  picAddress->Show(ShownPath(path));
   control_->Navigate(FileAddress(path));
 }
 
@@ -167,7 +174,7 @@ void BrowserWindow::LookWhetherBusy() {
 }
 
 void BrowserWindow::ShowTitle() {
-  setWindowTitle(control_->LocationName());
+  setWindowTitle(Harmless(control_->LocationName()));
 }
 
 void BrowserWindow::GoToTyped() {

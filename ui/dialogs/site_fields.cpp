@@ -8,7 +8,7 @@ namespace tessaril {
 
 QString AsLines(const std::vector<std::string>& entries) {
   QStringList lines;
-  for (const std::string& entry : entries) lines << Shown(entry);
+  for (const std::string& entry : entries) lines << Characters(entry);
   return lines.join('\n');
 }
 

@@ -163,7 +163,9 @@ bool EditorWindow::MayOverwriteOwnFile() {
          (!file_.HasChanged() || AskOkCancel(this, "The file was changed on disk. Overwrite it?"));
 }
 
+// The folder of the file may be another by now.
 void EditorWindow::SaveInto(const std::string& path) {
+  (void)session_.files.EnterFolder(session_.files.CurrentFolder());
   const auto save = [this](const std::string& where, std::string_view text) {
     return SaveUndoably(session_, this, where, text);
   };

@@ -3,6 +3,8 @@
 #include <QDesktopServices>
 #include <QFile>
 #include <QUrl>
+#include <functional>
+#include <iterator>
 
 #include "engine/paths.h"
 #include "ui/frame/outside_programs.h"
@@ -13,11 +15,14 @@ namespace {
 
 constexpr char kViewers[][16] = {"xchm", "kchmviewer", "okular"};
 
-bool OpenInViewer(const QString& file) {
-  for (const char* const viewer : kViewers) {
-    if (StartProgram(viewer, {file})) return true;
+// In the first viewer from that one on that there is; one that fails at once is passed over.
+void OpenInViewer(std::size_t first, QWidget* parent, const QString& file,
+                  const std::function<void()>& otherwise) {
+  for (std::size_t i = first; i < std::size(kViewers); ++i) {
+    const auto go_on = [=] { OpenInViewer(i + 1, parent, file, otherwise); };
+    if (StartProgram(kViewers[i], {file}, parent, go_on)) return;
   }
-  return false;
+  otherwise();
 }
 
 bool OpenByDesktop(QWidget* parent, const QString& file, const std::function<void()>& on_failure) {
@@ -35,10 +40,13 @@ void ShowHelp(QWidget* parent, const std::string& program_folder) {
     Tell(parent, "Can't show " + help_file +
                      "\r\nbecause no program that shows such files (xchm, for example) is installed!");
   };
-  if (QFile::exists(book) && OpenInViewer(book)) return;
-  if (QFile::exists(page) && OpenByDesktop(parent, page, tell_that_nothing_shows_it)) return;
-  if (!QFile::exists(book)) return Tell(parent, "Can't find " + help_file);
-  tell_that_nothing_shows_it();
+  const auto show_page = [=] {
+    if (QFile::exists(page) && OpenByDesktop(parent, page, tell_that_nothing_shows_it)) return;
+    if (!QFile::exists(book)) return Tell(parent, "Can't find " + help_file);
+    tell_that_nothing_shows_it();
+  };
+  if (!QFile::exists(book)) return show_page();
+  OpenInViewer(0, parent, book, show_page);
 }
 
 }  // namespace tessaril

@@ -55,12 +55,15 @@ void FileList::List(const std::string& selected) {
   (void)files_.ListFolder(folder_, entries, stamp);  // what could be read is shown
   hidden_ = nullptr;
   clear();
+  QListWidgetItem* current = nullptr;
   for (const std::string& name : TakeFileNames(entries, FileFilter(pattern_), selected)) {
-    auto* const entry = new QListWidgetItem(Shown(name), this);
-    entry->setData(kNameRole, QByteArray::fromStdString(name));
-    if (name == selected) setCurrentItem(entry);
+    auto* const entry = new QListWidgetItem(Shown(name));
+    entry->setData(kNameRole, QByteArray::fromStdString(name));  // before the list would hear of each change
+    addItem(entry);
+    if (name == selected) current = entry;
     if (name.starts_with('.')) hidden_ = entry;
   }
+  if (current != nullptr) setCurrentItem(current);
 }
 
 void FileList::LeaveOutUnselected() {

@@ -43,7 +43,8 @@ class IndentingDelegate : public QStyledItemDelegate {
 
 }  // namespace
 
-FolderList::FolderList(Files& files, QWidget* parent) : QListWidget(parent), files_(files) {
+FolderList::FolderList(Files& files, QWidget* parent)
+    : QListWidget(parent), files_(files), icon_(style()->standardIcon(QStyle::SP_DirIcon)) {
   const int icon = Pixels(210);
   setIconSize({icon, icon});
   setItemDelegate(new IndentingDelegate(this));
@@ -103,9 +104,10 @@ void FolderList::focusOutEvent(QFocusEvent* event) {
 
 // The path goes along as it is, since a name need not be a text.
 void FolderList::AddEntry(const std::string& path, const std::string& name, int depth) {
-  auto* const entry = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirIcon), Shown(name), this);
+  auto* const entry = new QListWidgetItem(icon_, Shown(name));
   entry->setData(kPathRole, QByteArray::fromStdString(path));
   entry->setData(kDepthRole, depth);
+  addItem(entry);  // complete, or the list would hear of each change
 }
 
 }  // namespace tessaril

@@ -1,6 +1,7 @@
 #ifndef TESSARIL_UI_MAIN_FOLDER_LIST_H_
 #define TESSARIL_UI_MAIN_FOLDER_LIST_H_
 
+#include <QIcon>
 #include <QListWidget>
 #include <string>
 
@@ -44,6 +45,7 @@ class FolderList : public QListWidget {
   void AddEntry(const std::string& path, const std::string& name, int depth);
 
   Files& files_;
+  const QIcon icon_;  // one for all: the toolkit keeps what it has drawn of each
   std::string open_;
   int open_row_ = 0;
 };

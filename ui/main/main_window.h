@@ -124,6 +124,7 @@ class MainWindow : public QWidget, private RunStage {
   bool GoOnWithoutUndo(const std::string& reason);
   void Undo(const UndoPlan& plan, Files& files);
   RunOptions TakeOptions() const;
+  void EnterAnew();
   bool TakeSite(RunOptions& options);
   void OpenCommandLine();
   bool OpenAndEnter(const std::string& folder);

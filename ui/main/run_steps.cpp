@@ -18,6 +18,7 @@ void MainWindow::PressSearch() {
   if (cmdSearch->text() == "To &Main") return ReturnFromResults();
   if (const Function selected = Picture1.Option1->Selected(); selected != applied_) Choose(selected);
   if (IsChosen(Function::kShowFile)) return;
+  EnterAnew();
   options_ = TakeOptions();
   const bool opens_folder = Picture1.dirList->Highlighted() != Picture1.dirList->OpenFolder();  // and no more
   if (!opens_folder && !TakeSite(options_)) return;

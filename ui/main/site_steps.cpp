@@ -34,7 +34,13 @@ bool MainWindow::HasSiteFile() const {
   return !FindSiteFile(Picture1.dirList->OpenFolder()).empty();
 }
 
+// The user may have moved the current folder and put another in its place.
+void MainWindow::EnterAnew() {
+  (void)session_.files.EnterFolder(session_.files.CurrentFolder());
+}
+
 void MainWindow::ChangeSiteRules() {
+  EnterAnew();
   const std::string& folder = Picture1.dirList->OpenFolder();
   std::optional<Site> site;
   if (const Status loaded = LoadSite(session_.files, folder, site); !loaded.ok()) {
@@ -75,6 +81,7 @@ bool MainWindow::TakeSite(RunOptions& options) {
 
 // Without a site file nothing is shown.
 void MainWindow::ShowRules() {
+  EnterAnew();
   const std::string& folder = Picture1.dirList->OpenFolder();
   std::optional<Site> site;
   const Status loaded = LoadSite(session_.files, folder, site);

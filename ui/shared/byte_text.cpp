@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "engine/characters.h"
+#include "ui/shared/stand_ins.h"
 
 namespace tessaril {
 namespace {
@@ -15,27 +16,6 @@ constexpr int kMarked = QTextFormat::UserObject + 1;
 constexpr int kEncoding = QTextFormat::UserProperty + 1;
 constexpr int kLineEnd = QTextFormat::UserProperty + 2;
 constexpr int kCharacter = QTextFormat::UserProperty + 3;
-
-// What is shown for a character that a document would take for a boundary of its own, or show as nothing.
-std::optional<char16_t> StandIn(char32_t code) {
-  if (code < 0x20 && code != '\t') return static_cast<char16_t>(0x2400 + code);
-  switch (code) {
-    case 0x7F:
-      return u'\u2421';
-    case 0x2028:
-      return u'\u21B5';
-    case 0x2029:
-      return u'\u00B6';
-    case 0xFDD0:
-      return u'\u25C7';
-    case 0xFDD1:
-      return u'\u25C6';
-    case 0xFFFC:
-      return u'\u25A1';
-    default:
-      return std::nullopt;
-  }
-}
 
 // The first character of `text` (not empty), which is taken off. Half a surrogate pair is U+FFFD.
 char32_t TakeShown(QStringView& text) {

@@ -1,5 +1,6 @@
 #include "ui/shared/cut_label.h"
 
+#include "ui/shared/stand_ins.h"
 #include "ui/shared/texts.h"
 
 namespace tessaril {
@@ -11,7 +12,7 @@ CutLabel::CutLabel(Qt::TextElideMode left_out, QWidget* parent, const QString& t
 }
 
 void CutLabel::SetText(const QString& text) {
-  text_ = text;
+  text_ = Harmless(text);
   Cut();
 }
 

@@ -5,8 +5,9 @@
 
 namespace tessaril {
 
-/// A label of one line for any text, which is shown as it is. Of a text that is too wide a piece is left out
-/// and the tooltip holds the whole, unless the label was given a tooltip of its own.
+/// A label of one line for any text, which is shown as it is, with signs for what cannot be seen. Of a text
+/// that is too wide a piece is left out and the tooltip holds the whole, unless the label was given a tooltip
+/// of its own.
 class CutLabel : public QLabel {
   Q_OBJECT
 

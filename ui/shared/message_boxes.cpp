@@ -2,6 +2,8 @@
 
 #include <QMessageBox>
 #include <QRegularExpression>
+#include <QScreen>
+#include <algorithm>
 
 #include "ui/shared/texts.h"
 
@@ -14,11 +16,29 @@ QString BreakLongWords(QString text) {
   return text.replace(piece, QString("\\1") + QChar(0x200B));
 }
 
+// As much of a text as fits on the screen with what else a box shows.
+QString Beginning(const QString& text, const QWidget& box) {
+  constexpr qsizetype kMost = 10000;  // characters
+  constexpr int kWidth = 500;         // pixels; on a wide screen boxes are as wide before they break lines
+  const QSize screen = box.screen()->availableSize();
+  const QRect room(0, 0, std::min(screen.width() / 2, kWidth), 0);
+  const auto fits = [&](const QString& shown) {
+    return box.fontMetrics().boundingRect(room, Qt::TextWordWrap, shown).height() < screen.height() * 2 / 3;
+  };
+  if (text.size() <= kMost && fits(text)) return text;
+  QString shown;
+  for (qsizetype size = std::min(text.size(), kMost); size > 0; size -= size / 8 + 1) {
+    shown = text.left(size) + " ...";
+    if (fits(shown)) break;
+  }
+  return shown;
+}
+
 QMessageBox::StandardButton Show(QWidget* parent, const std::string& text, const char* title,
                                  QMessageBox::Icon icon, QMessageBox::StandardButtons buttons) {
   QMessageBox box(icon, title, {}, buttons, parent);
   box.setTextFormat(Qt::PlainText);
-  box.setText(BreakLongWords(ShownLines(text)));
+  box.setText(Beginning(BreakLongWords(ShownLines(text)), box));
   return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 

@@ -1,15 +1,24 @@
 #include "ui/shared/texts.h"
 
+#include <QStringList>
+
 #include "engine/page_encoding.h"
+#include "ui/shared/stand_ins.h"
 
 namespace tessaril {
 
 QString Shown(std::string_view bytes) {
-  return QString::fromStdString(EnteredText(bytes));
+  return Harmless(Characters(bytes));
 }
 
 QString ShownLines(std::string_view bytes) {
-  return Shown(bytes).replace("\r\n", "\n");
+  QStringList lines = Characters(bytes).split("\r\n");
+  for (QString& line : lines) line = Harmless(line);
+  return lines.join('\n');
+}
+
+QString Characters(std::string_view bytes) {
+  return QString::fromStdString(EnteredText(bytes));
 }
 
 std::string Entered(const QString& text) {

@@ -9,11 +9,15 @@
 
 namespace tessaril {
 
-/// A text as it is shown: UTF-8 when it is valid UTF-8, else 8-bit.
+/// A text as it is shown, in one line: UTF-8 when it is valid UTF-8, else 8-bit, with signs for characters
+/// that cannot be seen.
 QString Shown(std::string_view bytes);
 
 /// The same with a single line feed for each CR LF, as message boxes and labels part lines.
 QString ShownLines(std::string_view bytes);
+
+/// The same characters without signs, to be edited by the user.
+QString Characters(std::string_view bytes);
 
 /// What the user entered, as UTF-8.
 std::string Entered(const QString& text);
