@@ -17,6 +17,7 @@
 
 #include "engine/file_replacement.h"
 #include "engine/paths.h"
+#include "engine/temporary_file.h"
 
 namespace tessaril {
 namespace {
@@ -57,7 +58,11 @@ EntryKind KindOf(int folder, const dirent& entry) {
       return EntryKind::kOther;
   }
   struct stat info {};
-  if (fstatat(folder, entry.d_name, &info, 0) != 0) return EntryKind::kOther;
+  if (fstatat(folder, entry.d_name, &info, 0) != 0) {
+    // A link that leads nowhere is no file. Where the system cannot tell, reading it will, and why.
+    const bool leads_nowhere = errno == ENOENT || errno == ENOTDIR || errno == ELOOP || errno == ENAMETOOLONG;
+    return leads_nowhere ? EntryKind::kOther : EntryKind::kFile;
+  }
   if (S_ISREG(info.st_mode)) return EntryKind::kFile;
   if (!S_ISDIR(info.st_mode) || entry.d_type == DT_LNK) return EntryKind::kOther;
   const bool is_itself =
@@ -148,6 +153,7 @@ Status DiskFiles::FolderFor(std::string_view folder, Purpose purpose, OpenFolder
 
 Status DiskFiles::ListFolder(const std::string& folder, std::vector<FolderEntry>& entries, FileStamp& stamp) {
   entries.clear();
+  leftovers_.erase(folder);
   FileHandle handle;
   if (Status status = OpenFolderAt(folder, O_RDONLY, handle); !status.ok()) return status;
   stamp = FolderStamp(handle.get());
@@ -161,6 +167,7 @@ Status DiskFiles::ListFolder(const std::string& folder, std::vector<FolderEntry>
     if (entry == nullptr) return errno == 0 ? Status() : Status::System(errno);
     const std::string_view name(entry->d_name);
     if (name == "." || name == "..") continue;
+    if (IsTemporaryName(name)) leftovers_[folder].emplace_back(name);
     entries.push_back({std::string(name), KindOf(descriptor, *entry)});
   }
 }
@@ -291,22 +298,33 @@ Status DiskFiles::ReplaceContent(const std::string& path, FileStamp& stamp,
                                  std::span<const std::string_view> pieces) {
   OpenFolder folder;
   if (Status status = FolderFor(FolderOf(path), Purpose::kChange, folder); !status.ok()) return status;
-  Status flushed;
-  Status status = ReplaceFile(folder.descriptor, std::string(NameOf(path)), stamp, pieces, flushed);
+  RemoveLeftovers(FolderOf(path), folder);
+  Status afterwards;
+  Status status = ReplaceFile(folder.descriptor, std::string(NameOf(path)), stamp, pieces, afterwards);
   if (!status.ok()) return status;
-  NoteFlush(folder, flushed);
+  NoteFlush(folder, std::move(afterwards));
   return {};
 }
 
+// A run that changes pages of a folder removes what one left there that was ended by force.
+void DiskFiles::RemoveLeftovers(std::string_view path, const OpenFolder& folder) {
+  const auto found = leftovers_.find(path);
+  if (found == leftovers_.end()) return;
+  for (const std::string& name : found->second) RemoveLeftover(folder.descriptor, name);
+  leftovers_.erase(found);
+}
+
 // After a change in a folder: the current one is flushed later, another one now. `flushed` tells how flushing
-// went so far.
+// went so far. What is still to be told of another change stays.
 void DiskFiles::NoteFlush(const OpenFolder& folder, Status flushed) {
   if (!folder.own.is_open()) {
     current_is_flushed_ = false;
   } else if (flushed.ok()) {
     flushed = FlushFile(folder.descriptor);
   }
-  if (!flushed.ok()) flush_failure_ = std::move(flushed);
+  if (flushed.ok() || flush_failure_.reason().find(flushed.reason()) != std::string::npos) return;
+  flush_failure_ = flush_failure_.ok() ? std::move(flushed)
+                                       : Status::Failure(flush_failure_.reason() + "; " + flushed.reason());
 }
 
 Status DiskFiles::FlushFolder() {

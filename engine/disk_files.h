@@ -1,6 +1,8 @@
 #ifndef TESSARIL_ENGINE_DISK_FILES_H_
 #define TESSARIL_ENGINE_DISK_FILES_H_
 
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,11 +54,14 @@ class DiskFiles : public Files {
   Status OpenLinked(const std::string& path, FileHandle& file, FileStamp& stamp);
   bool IsStillCurrent() const;
   void NoteFlush(const OpenFolder& folder, Status flushed);
+  void RemoveLeftovers(std::string_view path, const OpenFolder& folder);
 
   std::string current_folder_;
   FileHandle current_;
   bool current_is_flushed_ = true;
   Status flush_failure_;  // of another folder, to be told by the next FlushFolder
+  // Names of temporary files that were listed, by their folders.
+  std::map<std::string, std::vector<std::string>, std::less<>> leftovers_;
 };
 
 }  // namespace tessaril

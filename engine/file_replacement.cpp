@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <utility>
 #include <vector>
 
 #include "engine/file_handle.h"
@@ -68,19 +69,19 @@ Status WritePieces(int file, std::span<const std::string_view> pieces) {
 }
 
 // The names of a file's extended attributes, access lists among them; none where the file system has none.
-std::vector<std::string> AttributeNames(int file) {
+Status AttributeNames(int file, std::vector<std::string>& result) {
   std::vector<char> names(1024);
   ssize_t length = flistxattr(file, names.data(), names.size());
   while (length < 0 && errno == ERANGE) {
     names.resize(names.size() * 4);
     length = flistxattr(file, names.data(), names.size());
   }
-  std::vector<std::string> result;
-  for (std::size_t at = 0; length > 0 && at < static_cast<std::size_t>(length);) {
+  if (length < 0) return errno == EOPNOTSUPP || errno == ENOSYS ? Status() : Status::System(errno);
+  for (std::size_t at = 0; at < static_cast<std::size_t>(length);) {
     result.emplace_back(names.data() + at);
     at += result.back().size() + 1;
   }
-  return result;
+  return {};
 }
 
 Status AttributeValue(int file, const std::string& name, std::string& value) {
@@ -101,8 +102,11 @@ Status AttributeValue(int file, const std::string& name, std::string& value) {
 // What the folder gave the new file and the old one has not (a default access list, for one) goes; what the
 // old one has comes. A label that the system gives by itself may refuse to be written, and then is equal.
 Status CopyAttributes(int from, int to) {
-  const std::vector<std::string> wanted = AttributeNames(from);
-  for (const std::string& name : AttributeNames(to)) {
+  std::vector<std::string> wanted;
+  std::vector<std::string> given;
+  if (Status status = AttributeNames(from, wanted); !status.ok()) return status;
+  if (Status status = AttributeNames(to, given); !status.ok()) return status;
+  for (const std::string& name : given) {
     const bool keep = std::find(wanted.begin(), wanted.end(), name) != wanted.end();
     if (keep || name.starts_with("security.")) continue;
     if (fremovexattr(to, name.c_str()) != 0) return Status::System(errno);
@@ -153,11 +157,7 @@ Status ReplaceByRename(const Place& place, int old_file, const struct stat& old_
                        std::span<const std::string_view> pieces) {
   TemporaryFile temporary(place.folder);
   if (Status status = temporary.Create(); !status.ok()) return status;
-  Status status = FillAndRename(temporary, place, old_file, old_info, stamp, pieces);
-  if (!status.ok() && !temporary.Remove()) {
-    return Status::Failure(status.reason() + "; " + temporary.Keep() + " could not be removed");
-  }
-  return status;
+  return temporary.RemoveAfter(FillAndRename(temporary, place, old_file, old_info, stamp, pieces));
 }
 
 Status CopyContent(int from, int to) {
@@ -193,13 +193,10 @@ Status OverwriteContent(int file, std::span<const std::string_view> pieces) {
   return FlushFile(file);
 }
 
-// A rename would part the file from its other names.
-Status ReplaceInPlace(const Place& place, int old_file, FileStamp& stamp,
-                      std::span<const std::string_view> pieces) {
+Status CopyAndOverwrite(TemporaryFile& copy, const Place& place, int old_file, FileStamp& stamp,
+                        std::span<const std::string_view> pieces) {
   FileHandle file(openat(place.folder, place.name.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC));
   if (!file.is_open()) return Status::System(errno);
-  TemporaryFile copy(place.folder);
-  if (Status status = copy.Create(); !status.ok()) return status;
   if (Status status = CopyContent(old_file, copy.file()); !status.ok()) return status;
   if (Status status = FlushFile(place.folder); !status.ok()) return status;
   if (Status status = CheckUnchanged(place, stamp); !status.ok()) return status;
@@ -209,6 +206,17 @@ Status ReplaceInPlace(const Place& place, int old_file, FileStamp& stamp,
   }
   struct stat info {};
   if (fstat(file.get(), &info) == 0) stamp = StampOf(info);
+  return {};
+}
+
+// A rename would part the file from its other names.
+Status ReplaceInPlace(const Place& place, int old_file, FileStamp& stamp,
+                      std::span<const std::string_view> pieces, Status& afterwards) {
+  TemporaryFile copy(place.folder);
+  if (Status status = copy.CreateCopy(); !status.ok()) return status;
+  Status status = CopyAndOverwrite(copy, place, old_file, stamp, pieces);
+  if (!status.ok()) return copy.RemoveAfter(std::move(status));
+  afterwards = copy.RemoveAfter({});
   return {};
 }
 
@@ -226,7 +234,7 @@ Status FileWasChanged() {
 }
 
 Status ReplaceFile(int folder, const std::string& name, FileStamp& stamp,
-                   std::span<const std::string_view> pieces, Status& link_folder_flushed) {
+                   std::span<const std::string_view> pieces, Status& afterwards) {
   Place place{folder, name, {}};
   if (Status status = FollowLinks(place); !status.ok()) return status;
   if (Status status = CheckUnchanged(place, stamp); !status.ok()) return status;
@@ -238,10 +246,11 @@ Status ReplaceFile(int folder, const std::string& name, FileStamp& stamp,
   if (fstat(old_file.get(), &info) != 0) return Status::System(errno);
   if (Status status = CheckGivesAway(place.folder); !status.ok()) return status;
   if (Status status = Lock(old_file.get()); !status.ok()) return status;
-  Status status = info.st_nlink > 1 ? ReplaceInPlace(place, old_file.get(), stamp, pieces)
+  Status status = info.st_nlink > 1 ? ReplaceInPlace(place, old_file.get(), stamp, pieces, afterwards)
                                     : ReplaceByRename(place, old_file.get(), info, stamp, pieces);
-  if (status.ok() && place.own_folder.is_open()) link_folder_flushed = FlushFile(place.folder);
-  return status;
+  if (!status.ok() || !place.own_folder.is_open()) return status;
+  if (Status flushed = FlushFile(place.folder); !flushed.ok()) afterwards = std::move(flushed);
+  return {};
 }
 
 }  // namespace tessaril

@@ -20,11 +20,12 @@ Status FileWasChanged();
 /// file). The new content is written to a new file beside it, flushed, given owner, mode, access list and
 /// extended attributes of the old one, and renamed over it; a file with several hard links is written in
 /// place, with a flushed copy beside it until all is written. The caller flushes the folder; where that is
-/// another than `folder`, because of a link, it is flushed here, and `link_folder_flushed` tells how that
-/// went: the page is replaced then all the same. On failure the file holds its old content and nothing new
-/// stays in the folder. `stamp` as in Files::ReplaceContent.
+/// another than `folder`, because of a link, it is flushed here. What goes wrong when the page is replaced
+/// already, and stays so, is told in `afterwards`: that flush, or a copy that could not be removed. On
+/// failure the file holds its old content and nothing new stays in the folder, or the reason names it.
+/// `stamp` as in Files::ReplaceContent.
 Status ReplaceFile(int folder, const std::string& name, FileStamp& stamp,
-                   std::span<const std::string_view> pieces, Status& link_folder_flushed);
+                   std::span<const std::string_view> pieces, Status& afterwards);
 
 }  // namespace tessaril
 

@@ -7,6 +7,7 @@
 
 #include "engine/folder_names.h"
 #include "engine/paths.h"
+#include "engine/site_run.h"
 
 namespace tessaril {
 
@@ -104,8 +105,10 @@ bool FolderWalk::StopRequested() {
 
 bool FolderWalk::List(const std::string& folder, Listing& listing) {
   const Status status = run_.files.ListFolder(folder, listing.entries, listing.stamp);
-  if (!status.ok()) run_.host.TellFailure(folder, status.reason());
-  return status.ok();
+  if (status.ok()) return true;
+  run_.host.TellFailure(folder, status.reason());
+  if (run_.site) run_.site->NoteTold(folder);
+  return false;
 }
 
 }  // namespace tessaril

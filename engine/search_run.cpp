@@ -71,6 +71,12 @@ void LookForUnlinked(RunContext& run) {
   }
 }
 
+// What links lead into and could not be listed, whether the walk came there or not.
+void TellUnlisted(RunContext& run) {
+  if (!run.site) return;
+  for (const auto& [folder, status] : run.site->Untold()) run.host.TellFailure(folder, status.reason());
+}
+
 void Reset(RunState& state) {
   state.UnlinkedList = {};
   state.RenameOffered = false;
@@ -98,6 +104,7 @@ RunEnd SearchRun(Files& files, RunHost& host, const Entities& entities, const Ru
   }
   FolderWalk(run, function.worker).WalkFolder(options.dirList);
   LookForUnlinked(run);
+  TellUnlisted(run);
   if (Status status = files.FlushFolder(); !status.ok()) {
     host.TellFailure(files.CurrentFolder(), status.reason());
   }

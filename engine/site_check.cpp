@@ -208,7 +208,7 @@ bool PutsToUser(const RunContext& run) {
 Status CheckSitePage(RunContext& run) {
   SiteIndex& index = run.site->index;
   SiteEntry* const file = index.tree().OfPath(run.state.RunFile);
-  if (file == nullptr) return Status::Failure("Came after the site was looked through");
+  if (file == nullptr) return index.tree().WhyUnknown(run.state.RunFile);
   if (index.FormOf(*file) == PageForm::kNone && FormOfListed(file->name) == PageForm::kNone) return {};
   const bool is_in_order = index.FaultsOf(*file).empty();
   if (const Status& reading = file->page->reading; !reading.ok())

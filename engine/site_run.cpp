@@ -13,6 +13,12 @@ std::vector<std::pair<std::string, std::size_t>> SiteRun::Missing() const {
   return missing;
 }
 
+std::map<std::string, Status> SiteRun::Untold() {
+  std::map<std::string, Status> untold = index.tree().unlisted();
+  std::erase_if(untold, [this](const auto& folder) { return told_.contains(folder.first); });
+  return untold;
+}
+
 // What a page says of other files is known when it has been read.
 void SiteRun::ReadAll() {
   SiteTree& tree = index.tree();

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,6 +35,10 @@ class SiteRun {
   /// sheets of the site that are not known yet.
   void LookForUnlinked(const std::string& folder);
 
+  /// The run has told that this folder could not be listed; the others that could not are Untold.
+  void NoteTold(const std::string& folder) { told_.insert(folder); }
+  std::map<std::string, Status> Untold();
+
   /// Their paths, pages first.
   const std::vector<std::string>& Unlinked() const { return unlinked_; }
 
@@ -43,6 +48,7 @@ class SiteRun {
 
   std::map<std::string, std::size_t> missing_;
   std::vector<std::string> unlinked_;
+  std::set<std::string> told_;
 };
 
 /// The first of the start pages in the rules of the site to which no file belongs; empty when there is none.

@@ -18,9 +18,14 @@ void SiteTree::List(SiteEntry& folder) {
   folder.is_listed = true;
   std::vector<FolderEntry> found;
   FileStamp stamp;
-  const Status status = files_.ListFolder(PathOf(folder), found, stamp);
+  const std::string path = PathOf(folder);
+  const Status status = files_.ListFolder(path, found, stamp);
   if (!status.ok() && !folder.is_folder()) return;
   folder.is_closed = !status.ok();
+  if (!status.ok()) {
+    found.clear();  // a part of them could make sure what is not
+    unlisted_.emplace(path, status);
+  }
   folder.is_linked_folder = !folder.is_folder();
   struct Sorted {
     std::string lower;
@@ -118,6 +123,14 @@ SiteEntry* SiteTree::OfPath(std::string_view path) {
     path.remove_prefix(end);
   }
   return entry;
+}
+
+Status SiteTree::WhyUnknown(std::string_view path) const {
+  for (; path.size() > path_.size(); path = FolderOf(path)) {
+    if (const auto found = unlisted_.find(std::string(FolderOf(path))); found != unlisted_.end())
+      return found->second;
+  }
+  return Status::Failure("Came after the site was looked through");
 }
 
 std::string SiteTree::PathOf(const SiteEntry& entry) const {

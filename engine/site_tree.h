@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -58,6 +59,12 @@ class SiteTree {
   /// Whether the names lead into a folder that cannot be listed, so that it is not known what is there.
   bool LeadIntoClosed(std::span<const std::string> names);
 
+  /// The folders that could not be listed, by their whole paths, and why.
+  const std::map<std::string, Status>& unlisted() const { return unlisted_; }
+
+  /// Why a file that the disk has is not known here.
+  Status WhyUnknown(std::string_view path) const;
+
   /// The entry of that name in a folder; null when there is none.
   SiteEntry* Child(SiteEntry& folder, std::string_view name);
 
@@ -93,6 +100,7 @@ class SiteTree {
   SiteEntry* root_;
   std::unordered_map<std::string, std::vector<SiteEntry*>> files_by_name_;
   bool files_are_named_ = false;
+  std::map<std::string, Status> unlisted_;
 };
 
 }  // namespace tessaril

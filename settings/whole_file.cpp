@@ -36,6 +36,16 @@ Status TakeOver(const struct stat& old_info, int new_file) {
   return fchmod(new_file, old_info.st_mode & kPermissions) == 0 ? Status() : Status::System(errno);
 }
 
+Status FillAndRename(TemporaryFile& temporary, const std::string& name, const OldFile& old_file,
+                     std::string_view content) {
+  if (Status status = WriteAll(temporary.file(), content); !status.ok()) return status;
+  if (old_file) {
+    if (Status status = TakeOver(*old_file, temporary.file()); !status.ok()) return status;
+  }
+  if (Status status = FlushFile(temporary.file()); !status.ok()) return status;
+  return temporary.RenameTo(name);
+}
+
 }  // namespace
 
 Status WriteWholeFile(const std::string& path, std::string_view content) {
@@ -47,12 +57,8 @@ Status WriteWholeFile(const std::string& path, std::string_view content) {
   if (Status status = ExamineOldFile(folder.get(), name, old_file); !status.ok()) return status;
   TemporaryFile temporary(folder.get());
   if (Status status = temporary.Create(old_file ? 0600 : 0666); !status.ok()) return status;
-  if (Status status = WriteAll(temporary.file(), content); !status.ok()) return status;
-  if (old_file) {
-    if (Status status = TakeOver(*old_file, temporary.file()); !status.ok()) return status;
-  }
-  if (Status status = FlushFile(temporary.file()); !status.ok()) return status;
-  if (Status status = temporary.RenameTo(name); !status.ok()) return status;
+  Status status = temporary.RemoveAfter(FillAndRename(temporary, name, old_file, content));
+  if (!status.ok()) return status;
   (void)FlushFile(folder.get());  // the file is replaced, whatever comes of this
   return {};
 }

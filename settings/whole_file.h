@@ -13,7 +13,8 @@ namespace tessaril {
 /// folder, flushed, and renamed over the old one, whose mode it keeps, and its owner and group where the
 /// system lets it; the last of several writers wins. Only a regular file that may be written is replaced: no
 /// folder, device or symbolic link.
-/// On failure the old file is whole, no temporary file stays, and the system's words are returned.
+/// On failure the old file is whole, and the system's words are returned; no temporary file stays, or they
+/// name it.
 Status WriteWholeFile(const std::string& path, std::string_view content);
 
 }  // namespace tessaril

@@ -79,12 +79,12 @@ Status CreateSiteFile(const std::string& root, const SiteRules& rules) {
   const FileHandle folder(open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!folder.is_open()) return Status::System(errno);
   TemporaryFile file(folder.get());
-  if (Status status = WriteNewFile(file, text); !status.ok()) return status;
-  const std::string its_name = file.Keep();
+  if (Status status = WriteNewFile(file, text); !status.ok()) return file.RemoveAfter(std::move(status));
   DiskFiles files;
-  Status status = files.Rename(root, its_name, kName);  // which never overwrites
-  if (!status.ok()) unlinkat(folder.get(), its_name.c_str(), 0);
-  return status;
+  Status status = files.Rename(root, file.name(), kName);  // which never overwrites
+  if (!status.ok()) return file.RemoveAfter(std::move(status));
+  (void)file.Keep();
+  return {};
 }
 
 Status SaveSiteRules(Files& files, const std::string& root, const SiteRules& rules) {

@@ -1,0 +1,270 @@
+// Other programs change pages while a run works on them: what they wrote stays, and nothing is written
+// elsewhere.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <ctime>
+#include <filesystem>
+
+#include "engine/disk_files.h"
+#include "engine/search_run.h"
+#include "tests/support/program_entities.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/system_faults.h"
+#include "tests/support/watched_files.h"
+#include "tests/support/writing_runs.h"
+
+namespace tessaril {
+namespace {
+
+namespace fs = std::filesystem;
+using Reasons = std::vector<std::string>;
+
+constexpr std::string_view kTheirs = "somebody's";
+
+// Of the size that the page has, so that only its time and number tell that it is another.
+std::string Theirs(std::size_t size) {
+  std::string theirs(kTheirs);
+  theirs.resize(std::max(size, theirs.size()), '.');
+  return theirs;
+}
+
+// What another program does to the page at `path`, and what is to be there in the end.
+struct Change {
+  std::string_view name;
+  std::function<void(const std::string& path)> make;
+  std::function<bool(const std::string& path)> stands;
+  Reasons reasons;  // of a page that is not written
+};
+
+bool HoldsTheirs(const std::string& path) {
+  return fs::is_regular_file(fs::symlink_status(path)) && ContentOf(path).starts_with(kTheirs);
+}
+
+bool LeadsTo(const std::string& path, const std::string& target) {
+  return fs::is_symlink(path) && fs::read_symlink(path) == target;
+}
+
+std::vector<Change> AllChanges() {
+  const std::string changed = "The file was changed on disk since it was read";
+  const std::string gone = "No such file or directory";
+  const std::string other = "Not a regular file";
+  const auto write = [](const std::string& path, std::size_t size) {
+    std::ofstream(path, std::ios::binary) << Theirs(size);
+  };
+  const auto link = [](const std::string& path, const std::string& target) {
+    fs::remove(path);
+    fs::create_symlink(target, path);
+  };
+  return {
+      {"written anew", [=](const std::string& path) { write(path, 0); }, HoldsTheirs, {changed}},
+      {"written anew in the same size",
+       [=](const std::string& path) { write(path, kWritingPage.size()); },
+       HoldsTheirs,
+       {changed}},
+      {"replaced",
+       [=](const std::string& path) {
+         write(path + ".theirs", kWritingPage.size());
+         fs::rename(path + ".theirs", path);
+       },
+       HoldsTheirs,
+       {changed}},
+      {"removed",
+       [](const std::string& path) { fs::remove(path); },
+       [](const std::string& path) { return !fs::exists(fs::symlink_status(path)); },
+       {gone}},
+      {"a folder now",
+       [](const std::string& path) {
+         fs::remove(path);
+         fs::create_directory(path);
+       },
+       [](const std::string& path) { return fs::is_directory(path); },
+       {other, "Is a directory"}},
+      {"a pipe now",
+       [](const std::string& path) {
+         fs::remove(path);
+         mkfifo(path.c_str(), 0644);
+       },
+       [](const std::string& path) { return fs::is_fifo(fs::symlink_status(path)); },
+       {other}},
+      {"a link to another page now",
+       [=](const std::string& path) { link(path, "q.htm"); },
+       [](const std::string& path) { return LeadsTo(path, "q.htm"); },
+       {changed, other, "Too many levels of symbolic links"}},
+      {"a link to nowhere now",
+       [=](const std::string& path) { link(path, "nowhere"); },
+       [](const std::string& path) { return LeadsTo(path, "nowhere") && !fs::exists(path); },
+       {gone, other, "Too many levels of symbolic links"}},
+      {"a link to itself now",
+       [=](const std::string& path) { link(path, "p.htm"); },
+       [](const std::string& path) { return LeadsTo(path, "p.htm"); },
+       {other, "Too many levels of symbolic links"}},
+  };
+}
+
+// A run over two pages of a site, whose first, or the file that it leads to, is changed at some moment.
+struct Run {
+  explicit Run(const WritingRun& what) : what(what) {
+    for (const char* name : {"p.htm", "q.htm"}) scratch.Write(name, std::string(kWritingPage));
+    for (const char* name : {"good.htm", "sub/other.htm"}) scratch.Write(name, "");
+    const timespec long_ago[2] = {{1000000000, 0}, {1000000000, 0}};
+    utimensat(AT_FDCWD, path.c_str(), long_ago, 0);
+    host.unasked = !what.asks;
+    host.takes_proposals = true;
+  }
+
+  void Go() {
+    DiskFiles disk;
+    WatchedFiles files(disk);
+    files.alone = false;
+    files.before = [this](std::string_view call, const std::string& of) {
+      if (at_door) at_door(call, of);
+      return Status();
+    };
+    const RunOptions options = OptionsOf(what, scratch.path());
+    const SystemFaults faults([this](std::string_view call, int number) {
+      if (at_system) at_system(call, number);
+      return SystemFaults::kNone;
+    });
+    SearchRun(files, host, ProgramEntities(), options, state);
+    is_read = files.read.contains(path);
+    is_written = files.written.contains(path);
+  }
+
+  // What is wrong at the end.
+  std::string Check(const Change& change, const std::string& whole) {
+    if (!change.stands(path)) return "what somebody did is gone";
+    if (ContentOf(scratch / "q.htm") != whole) return "the other page is not as it should be";
+    const bool is_told_changed = ChangesTold(state.Results)[path] > 0;
+    if (is_told_changed && !is_written) return "tells of a change that was not made";
+    for (const std::string& name : scratch.Names()) {
+      if (name.starts_with(".tessaril-")) return "a temporary file stays";
+    }
+    if (fs::exists(scratch / "nowhere")) return "something was written elsewhere";
+    for (const std::string& failure : host.failures) {
+      const auto is_it = [&](const std::string& reason) { return failure == path + ": " + reason; };
+      if (std::none_of(change.reasons.begin(), change.reasons.end(), is_it))
+        return "wrong message: " + failure;
+    }
+    return "";
+  }
+
+  const WritingRun& what;
+  ScratchFolder scratch;
+  const std::string path = scratch / "p.htm";
+  CorrectingHost host;
+  RunState state;
+  std::function<void(std::string_view call, const std::string& path)> at_door;
+  std::function<void(std::string_view call, int number)> at_system;
+  bool is_read = false;
+  bool is_written = false;
+};
+
+// Right before each system call of a run but the very rename, which nothing can be put in front of.
+TEST(Others, ChangeAPageAtAnyMoment) {
+  ProgramEntities();
+  const std::vector<Change> changes = AllChanges();
+  for (const WritingRun& what : AllWritingRuns()) {
+    Run whole(what);
+    int all_calls = 0;
+    whole.at_system = [&](std::string_view, int number) { all_calls = number; };
+    whole.Go();
+    const std::string new_content = ContentOf(whole.scratch / "q.htm");
+    ASSERT_GT(CountMarks(what, new_content), 0U) << what.name;
+    ASSERT_TRUE(whole.is_written && whole.host.failures.empty()) << what.name;
+    for (const Change& change : changes) {
+      int refused = 0;
+      for (int nth = 1; nth <= all_calls; ++nth) {
+        Run run(what);
+        std::string moment;
+        run.at_system = [&](std::string_view call, int number) {
+          if (number != nth || call == "renameat") return;
+          moment = call;
+          change.make(run.path);
+        };
+        run.Go();
+        if (moment.empty()) continue;
+        refused += !run.host.failures.empty();
+        EXPECT_EQ(run.Check(change, new_content), "")
+            << what.name << ", " << change.name << " before " << moment << " (" << nth << ")";
+        if (testing::Test::HasFailure()) return;
+      }
+      EXPECT_GT(refused, 0) << what.name << ", " << change.name;
+    }
+  }
+}
+
+// At the moments that last: a page is listed, read, put to the user.
+TEST(Others, ChangeAPageWhileTheUserThinks) {
+  ProgramEntities();
+  for (const WritingRun& what : AllWritingRuns()) {
+    Run whole(what);
+    whole.Go();
+    const std::string new_content = ContentOf(whole.scratch / "q.htm");
+    for (const Change& change : AllChanges()) {
+      for (const bool while_asked : {false, true}) {
+        if (while_asked && !what.asks && what.function != Function::kEntities) continue;
+        Run run(what);
+        bool made = false;
+        const auto make = [&] {
+          if (!std::exchange(made, true)) change.make(run.path);
+        };
+        if (while_asked) {
+          run.host.on_proposal = [&] {
+            if (run.host.files.back() == run.path) make();
+          };
+        } else {
+          run.host.on_file = [&](const std::string& file) {
+            if (file == run.path) make();
+          };
+        }
+        run.Go();
+        EXPECT_TRUE(made);
+        EXPECT_EQ(run.Check(change, new_content), "") << what.name << ", " << change.name << while_asked;
+        if (while_asked && !run.is_written) {
+          EXPECT_EQ(run.host.failures.size(), 1U) << what.name << ", " << change.name;
+        }
+      }
+    }
+  }
+}
+
+// What a killed run left goes when a page of its folder is changed; whatever may be anything else stays.
+TEST(Others, LeftoversGoAndNothingElse) {
+  ScratchFolder scratch;
+  scratch.Write("p.htm", "hit");
+  const timespec an_hour_ago[2] = {{std::time(nullptr) - 3600, 0}, {std::time(nullptr) - 3600, 0}};
+  const Reasons stay{".tessaril-1a2b-young", ".tessaril-old-1a2b-0", ".tessaril-1a2b-", ".tessaril-1A2B-0",
+                     ".tessaril--0",         ".tessaril-1a2b-0.htm", ".tessaril-a",     "tessaril-1-0",
+                     ".tessaril-9-9",        ".tessaril-9-a"};
+  Reasons all{"p.htm"};
+  for (const std::string& name : stay) scratch.Write(name, "x");
+  for (const char* name : {".tessaril-1a2b-0", ".tessaril-ffffffff-ff"}) scratch.Write(name, "half a page");
+  fs::create_hard_link(scratch / ".tessaril-9-9", scratch / "its other name");
+  fs::create_directory(scratch / ".tessaril-1-1");
+  fs::create_symlink("p.htm", scratch / ".tessaril-1-2");
+  mkfifo((scratch / ".tessaril-1-3").c_str(), 0644);
+  for (const std::string& name : scratch.Names())
+    utimensat(AT_FDCWD, (scratch / name).c_str(), an_hour_ago, AT_SYMLINK_NOFOLLOW);
+  scratch.Write(".tessaril-9-a", "of a run that goes on");
+  Reasons left = scratch.Names();
+  CorrectingHost host;
+  RunState state;
+  RunOptions options = OptionsOf(AllWritingRuns().front(), scratch.path());
+  options.function = Function::kSearch;
+  for (const bool writes : {false, true}) {
+    DiskFiles files;
+    SearchRun(files, host, {}, options, state);
+    EXPECT_EQ(scratch.Names(), left);
+    options.function = Function::kReplace;
+    std::erase(left, ".tessaril-1a2b-0");
+    std::erase(left, ".tessaril-ffffffff-ff");
+    if (writes) EXPECT_EQ(scratch.Read("p.htm"), "new");
+  }
+  EXPECT_TRUE(host.failures.empty());
+}
+
+}  // namespace
+}  // namespace tessaril
