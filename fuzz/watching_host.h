@@ -84,10 +84,10 @@ class WatchingHost : public AnsweringHost {
   ProposalAnswer Propose(const Proposal& proposal) override {
     LookAtReport();
     if (proposal.ReplaceText) LookAtField(proposal, *proposal.ReplaceText);
-    const std::string shown = Shown(proposal);
-    LookAtShown(shown);
+    const std::string in_dialog = Shown(proposal);
+    LookAtShown(in_dialog);
     ProposalAnswer answer = AnsweringHost::Propose(proposal);
-    TakeAnswer(shown, answer);
+    TakeAnswer(in_dialog, answer);
     // The header of a page is taken back by a stop in it.
     if (answer.ReplaceAnswer == kStop) report_ends_ = true;
     return answer;
@@ -123,10 +123,10 @@ class WatchingHost : public AnsweringHost {
   std::string Shown(const Proposal& proposal) const {
     const Function function = options_.function;
     if (function != Function::kLinks && function != Function::kColours) return proposal.SearchText;
-    std::string shown = *proposal.ReplaceText;
+    std::string in_dialog = *proposal.ReplaceText;
     if (JudgesLinksByToday())
-      shown.replace(proposal.ReplaceSelection.start, proposal.ReplaceSelection.length, found_);
-    return shown;
+      in_dialog.replace(proposal.ReplaceSelection.start, proposal.ReplaceSelection.length, found_);
+    return in_dialog;
   }
 
   void LookAtReport() {
@@ -141,40 +141,40 @@ class WatchingHost : public AnsweringHost {
     Require(start + length <= field.size(), "the selection is outside the field");
   }
 
-  // Where in a text what was shown may stand. Of colours a tag is shown in upper case.
-  std::vector<std::size_t> Places(const std::string& text, const std::string& shown) const {
+  // Where in a text what was in_dialog may stand. Of colours a tag is in_dialog in upper case.
+  std::vector<std::size_t> Places(const std::string& text, const std::string& in_dialog) const {
     const bool folds = options_.function == Function::kColours;
     const std::string in = folds ? ToUpper(text) : text;
-    const std::string what = folds ? ToUpper(shown) : shown;
+    const std::string what = folds ? ToUpper(in_dialog) : in_dialog;
     std::vector<std::size_t> places;
     for (std::size_t at = in.find(what); at != std::string::npos; at = in.find(what, at + 1))
       places.push_back(at);
     return places;
   }
 
-  void LookAtShown(const std::string& shown) const {
-    if (is_utf8_) Require(IsUtf8(shown), "half a character is shown");
+  void LookAtShown(const std::string& in_dialog) const {
+    if (is_utf8_) Require(IsUtf8(in_dialog), "half a character is in_dialog");
     for (const std::string& text : page_) {
-      if (!Places(text, shown).empty()) return;
+      if (!Places(text, in_dialog).empty()) return;
     }
-    Require(page_.empty(), "what is shown is not in the page: " + Readable(shown));
+    Require(page_.empty(), "what is in_dialog is not in the page: " + Readable(in_dialog));
   }
 
-  // `page_` holds what the page may be now: what was shown may stand in it more than once.
-  void TakeAnswer(const std::string& shown, const ProposalAnswer& answer) {
+  // `page_` holds what the page may be now: what was in_dialog may stand in it more than once.
+  void TakeAnswer(const std::string& in_dialog, const ProposalAnswer& answer) {
     const bool edited_link = options_.function == Function::kLinks && !options_.site &&
-                             answer.ReplaceAnswer == kKeep && answer.ReplaceText != shown;
+                             answer.ReplaceAnswer == kKeep && answer.ReplaceText != in_dialog;
     if (answer.ReplaceAnswer != kReplace && !edited_link) return;
     if (options_.function == Function::kSearch) return;
     const bool shows_page =
         options_.function == Function::kReplace || options_.function == Function::kEntities;
-    if (!shows_page && answer.ReplaceText == shown) return;
+    if (!shows_page && answer.ReplaceText == in_dialog) return;
     is_utf8_ = is_utf8_ && IsUtf8(answer.ReplaceText);
     constexpr std::size_t kMost = 100;
     std::set<std::string> changed;
     for (const std::string& text : page_) {
-      for (const std::size_t at : Places(text, shown)) {
-        changed.insert(std::string(text).replace(at, shown.size(), answer.ReplaceText));
+      for (const std::size_t at : Places(text, in_dialog)) {
+        changed.insert(std::string(text).replace(at, in_dialog.size(), answer.ReplaceText));
         if (changed.size() > kMost) break;
       }
     }
