@@ -17,7 +17,7 @@ check() {
   [ "$found" = "$expected" ] || { echo "tsl $*: $found, not $expected" >&2; failures=$((failures + 1)); }
 }
 IFS=, # the user's own
-check '--help,--version,links,entities,external,search,replace,colours,init,' ''
+check '--help,--version,links,entities,external,search,replace,colours,init,undo,' ''
 check 'search,' s
 check ',' x
 check '--cgi-name,--check-cgi,' links --c

@@ -422,7 +422,7 @@ TEST_F(Tsl, TellsWhatItCouldNotWriteAndLeavesItWhole) {
   const std::string text = "hit " + std::string(10000, '.');
   scratch.Write("a.htm", text);
   scratch.Write("b.htm", "hit");
-  const Words replace{"replace", "hit", "new text", folder, "--yes"};
+  const Words replace{"replace", "hit", "new text", folder, "--yes", "--no-undo"};
   // A limit on file sizes stands for a full disk: the write comes up short.
   const auto limited = [] {
     const rlimit limit{5000, 5000};

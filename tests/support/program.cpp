@@ -87,7 +87,10 @@ ProgramEnd RunTsl(const Words& arguments, const std::function<void()>& prepare) 
 ProgramEnd RunTslOnTerminal(const Words& arguments, const Words& keys) {
   int terminal = -1;
   const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
-  if (child == 0) Become(OpenProgram(), arguments);
+  if (child == 0) {
+    UseUserFolder();
+    Become(OpenProgram(), arguments);
+  }
   ProgramEnd end{};
   std::size_t pressed = 0;
   std::size_t prompted = 0;

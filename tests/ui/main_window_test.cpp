@@ -278,6 +278,8 @@ TEST(Frame, HasItsMenus) {
 menuSite &Site
   menuSiteRules &Rules of this site...
   menuNoRules &No rules (classic) disabled
+  menuSpace2 ---
+  menuUndo &Undo last run...
 menu0Help &Help
   menuHelp &Help F1
   menu1About &About
