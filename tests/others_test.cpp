@@ -1,12 +1,16 @@
 // Other programs change pages while a run works on them: what they wrote stays, and nothing is written
 // elsewhere.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
+#include <utility>
 
 #include "engine/disk_files.h"
 #include "engine/search_run.h"
@@ -105,8 +109,8 @@ std::vector<Change> AllChanges() {
 }
 
 // A run over two pages of a site, whose first, or the file that it leads to, is changed at some moment.
-struct Run {
-  explicit Run(const WritingRun& what) : what(what) {
+struct DisturbedRun {
+  explicit DisturbedRun(const WritingRun& writing) : what(writing) {
     for (const char* name : {"p.htm", "q.htm"}) scratch.Write(name, std::string(kWritingPage));
     for (const char* name : {"good.htm", "sub/other.htm"}) scratch.Write(name, "");
     const timespec long_ago[2] = {{1000000000, 0}, {1000000000, 0}};
@@ -167,7 +171,7 @@ TEST(Others, ChangeAPageAtAnyMoment) {
   ProgramEntities();
   const std::vector<Change> changes = AllChanges();
   for (const WritingRun& what : AllWritingRuns()) {
-    Run whole(what);
+    DisturbedRun whole(what);
     int all_calls = 0;
     whole.at_system = [&](std::string_view, int number) { all_calls = number; };
     whole.Go();
@@ -177,7 +181,7 @@ TEST(Others, ChangeAPageAtAnyMoment) {
     for (const Change& change : changes) {
       int refused = 0;
       for (int nth = 1; nth <= all_calls; ++nth) {
-        Run run(what);
+        DisturbedRun run(what);
         std::string moment;
         run.at_system = [&](std::string_view call, int number) {
           if (number != nth || call == "renameat") return;
@@ -200,13 +204,13 @@ TEST(Others, ChangeAPageAtAnyMoment) {
 TEST(Others, ChangeAPageWhileTheUserThinks) {
   ProgramEntities();
   for (const WritingRun& what : AllWritingRuns()) {
-    Run whole(what);
+    DisturbedRun whole(what);
     whole.Go();
     const std::string new_content = ContentOf(whole.scratch / "q.htm");
     for (const Change& change : AllChanges()) {
       for (const bool while_asked : {false, true}) {
         if (while_asked && !what.asks && what.function != Function::kEntities) continue;
-        Run run(what);
+        DisturbedRun run(what);
         bool made = false;
         const auto make = [&] {
           if (!std::exchange(made, true)) change.make(run.path);
@@ -261,7 +265,7 @@ TEST(Others, LeftoversGoAndNothingElse) {
     options.function = Function::kReplace;
     std::erase(left, ".tessaril-1a2b-0");
     std::erase(left, ".tessaril-ffffffff-ff");
-    if (writes) EXPECT_EQ(scratch.Read("p.htm"), "new");
+    EXPECT_EQ(scratch.Read("p.htm"), writes ? "new" : "hit");
   }
   EXPECT_TRUE(host.failures.empty());
 }
