@@ -56,6 +56,13 @@ std::optional<ContentMark> MarkFromText(std::string_view text) {
   return valid ? std::optional(mark) : std::nullopt;
 }
 
+std::string LineCheck(std::string_view line) {
+  std::array<char, 32> text;
+  std::snprintf(text.data(), text.size(), "%016llx",
+                static_cast<unsigned long long>(XXH3_64bits(line.data(), line.size())));
+  return text.data();
+}
+
 ContentMark MarkOf(std::span<const std::string_view> pieces) {
   ContentMarker marker;
   for (const std::string_view piece : pieces) marker.Add(piece);

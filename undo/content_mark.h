@@ -27,6 +27,9 @@ struct ContentMark {
 std::string MarkText(const ContentMark& mark);
 std::optional<ContentMark> MarkFromText(std::string_view text);
 
+/// The check of a line of a journal: 16 hexadecimal digits, the XXH3 hash of what stands before it.
+std::string LineCheck(std::string_view line);
+
 /// Makes the mark of a content that comes in pieces.
 class ContentMarker {
  public:

@@ -10,7 +10,8 @@
 #include "undo/content_mark.h"
 
 // The journal of one run: what was run, and before each change how to take it back, old contents included. A
-// file of lines, whose words are parted by one blank and are percent-encoded where they need to be:
+// file of lines, whose words are parted by one blank and are percent-encoded where they need to be. The last
+// word of each is its check (see LineCheck):
 //
 //   tessaril-undo 1
 //   begun SECONDS            since 1970
@@ -22,7 +23,7 @@
 //   renamed FOLDER OLD NEW MARK   is about to be
 //   failed                   the change that was announced last was not made
 //
-// It only grows. What stands at its end incompletely was never done.
+// It only grows. What stands at its end incompletely was never done; a damaged line ends what can be undone.
 
 namespace tessaril {
 

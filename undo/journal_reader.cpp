@@ -40,7 +40,8 @@ class LineReader {
  public:
   explicit LineReader(int file) : file_(file) {}
 
-  // The words of the next line; nothing at the end, also where the last line has none.
+  // The words of the next line, without its check; nothing at the end, also where the last line has no end or
+  // is damaged.
   std::optional<Words> Next() {
     constexpr std::size_t kLongest = std::size_t{1} << 24;  // bytes, far more than the words can have
     std::string line;
@@ -50,7 +51,7 @@ class LineReader {
       line += rest.substr(0, end);
       const bool has_end = end != std::string_view::npos;
       Skip(has_end ? end + 1 : rest.size());
-      if (has_end) return Split(line);
+      if (has_end) return Checked(line);
       if (!Fill()) return std::nullopt;
     }
     return std::nullopt;
@@ -65,6 +66,13 @@ class LineReader {
   std::uint64_t position() const { return position_; }
 
  private:
+  static std::optional<Words> Checked(std::string_view line) {
+    const std::size_t blank = std::min(line.size(), line.rfind(' '));
+    const std::string_view text = line.substr(0, blank);
+    if (line.substr(std::min(line.size(), blank + 1)) != LineCheck(text)) return std::nullopt;
+    return Split(text);
+  }
+
   static Words Split(std::string_view line) {
     Words words;
     for (;;) {
@@ -130,10 +138,9 @@ class JournalReader {
     if (!ReadNumber(size, bytes)) return false;
     page.path = PercentDecoded(path);
     page.offset = lines_.position();
-    lines_.Skip(bytes);
-    const auto end = lines_.Next();
+    lines_.Skip(bytes + 1);  // and its line end
     const auto old = lines_.Next();
-    if (!end || *end != Words{""} || !old || old->size() != 2 || (*old)[0] != "old") return false;
+    if (!old || old->size() != 2 || (*old)[0] != "old") return false;
     const std::optional<ContentMark> mark = MarkFromText((*old)[1]);
     if (!mark || mark->size != bytes) return false;
     page.old = *mark;

@@ -35,7 +35,7 @@ std::string Line(std::initializer_list<std::string_view> words) {
     if (!line.empty()) line += ' ';
     line += word;
   }
-  return line += '\n';
+  return line += " " + LineCheck(line) + "\n";
 }
 
 }  // namespace
