@@ -1,5 +1,5 @@
-"""Kills tsl at random moments while it changes pages: each page stays old or new whole, and the next run ends the job.
-Usage: kill_test.py TSL [KILLS [SEED]]"""
+"""Kills tsl at random moments while it changes pages, or takes changes back: each page stays old or new whole, the next run
+ends the job, and all that was changed can be undone. Usage: kill_test.py TSL [KILLS [SEED]]"""
 import os
 import pathlib
 import random
@@ -13,7 +13,7 @@ import time
 
 TSL = sys.argv[1]
 LONG = bool(os.environ.get("TESSARIL_LONG"))
-KILLS = int(sys.argv[2]) if len(sys.argv) > 2 else 1000 if LONG else 30
+KILLS = int(sys.argv[2]) if len(sys.argv) > 2 else 1000 if LONG else 16
 SEED = int(sys.argv[3]) if len(sys.argv) > 3 else random.randrange(2**32)
 PAGES = 200
 TEMPORARY = re.compile(rb"\.tessaril-[0-9a-f]+-[0-9a-f]+")
@@ -26,9 +26,14 @@ def page(number, text):
 
 
 class Replacing:
-    """`tsl replace --yes` on a tree of pages, one of them under two names."""
+    """`tsl replace --yes` on a tree of pages, two of which have a second name."""
 
-    command = ["replace", "hit", "new", "--yes"]
+    lists = True  # the folders that it changes
+    first_run = 1
+
+    @staticmethod
+    def command(folder):
+        return ["replace", "hit", "new", "--yes", folder]
 
     def make(self, folder):
         for number in range(PAGES):
@@ -42,19 +47,20 @@ class Replacing:
         for number in range(PAGES):
             yield folder / f"{number % 4}" / f"{number}.htm", page(number, "hit"), page(number, "new")
 
-    def status(self, remains):
-        """The exit status of a run that finds so many pages still to be changed."""
-        return 0 if remains else 1
-
 
 class Undoing(Replacing):
-    """`tsl undo --yes` on the same tree, changed by a run before."""
+    """`tsl undo --yes` of that, on the same tree."""
 
-    command = ["undo", "--yes"]
+    lists = False
+    first_run = 2
+
+    @staticmethod
+    def command(folder):
+        return ["undo", "1", "--yes"]
 
     def make(self, folder):
         super().make(folder)
-        status, _, errors = run(Replacing, folder)
+        status, _, errors = run(Replacing.command(folder), folder)
         assert status == 0 and not errors, (status, errors)
 
     def pages(self, folder):
@@ -66,10 +72,16 @@ def files_named(folder, pattern):
     return [pathlib.Path(path) for path in folder.rglob("*") if pattern.fullmatch(os.fsencode(path.name))]
 
 
-def run(job, folder, seconds=None):
+def user_of(folder):
+    """An environment in which what can be undone is beside the folder."""
+    return {**os.environ, "XDG_DATA_HOME": folder.parent / "user"}
+
+
+def run(command, folder, seconds=None):
     """The exit status, and how long it took; killed after so many seconds."""
     begin = time.monotonic()
-    tsl = subprocess.Popen([TSL, *job.command, folder], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+    tsl = subprocess.Popen(
+        [TSL, *command], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, stdin=subprocess.DEVNULL, env=user_of(folder))
     if seconds is not None:
         time.sleep(seconds)
         tsl.send_signal(signal.SIGKILL)
@@ -107,20 +119,33 @@ def kill_one(job, folder, seconds, counts):
     shutil.rmtree(folder.parent)
     folder.mkdir(parents=True)
     job.make(folder)
-    status, _, _ = run(job, folder, seconds)
+    status, _, _ = run(job.command(folder), folder, seconds)
     counts["killed" if status == -signal.SIGKILL else "too late"] += 1
     left, copies = check(job, folder, counts)
     for path in left:  # as if an hour had passed
         os.utime(path, (time.time() - 3600,) * 2)
     still = {path: path.read_bytes() for path in copies}
     remains = [path for path, old, _ in job.pages(folder) if path.read_bytes() == old]
-    status, _, errors = run(job, folder)
-    assert status == job.status(len(remains)) and not errors, (status, errors)
+    status, _, errors = run(job.command(folder), folder)
+    assert status == (0 if remains else 1) and not errors, (status, errors)
     others = check_finished(job, folder, copies)
-    # Leftovers go from each folder in which the second run had something to change.
-    changed = {path.parent for path in remains}
+    # Leftovers go from each folder that the second run listed and in which it had something to change.
+    changed = {path.parent for path in remains} if job.lists else set()
     assert not [path for path in others if path.parent in changed], others
     assert all(path.read_bytes() == content for path, content in still.items())
+    check_undone(job, folder)
+
+
+def check_undone(job, folder):
+    """Taking back both runs, the last one first, leaves all as it was before the first."""
+    kept = subprocess.run([TSL, "undo", "--list"], capture_output=True, env=user_of(folder)).stdout
+    for number in re.findall(rb"^([0-9]+)  ", kept, re.MULTILINE):
+        if int(number) < job.first_run:
+            continue
+        status, _, errors = run(["undo", number, "--yes"], folder)
+        assert status in (0, 1) and not errors, (number, status, errors)
+    for path, old, _ in job.pages(folder):
+        assert path.read_bytes() == old, f"{path} was not restored"
 
 
 def kill_many(job, kills):
@@ -129,7 +154,7 @@ def kill_many(job, kills):
     folder = scratch / "tree" / "site"
     folder.mkdir(parents=True)
     job.make(folder)
-    status, whole, errors = run(job, folder)
+    status, whole, errors = run(job.command(folder), folder)
     assert status == 0 and not errors, (status, errors)
     moments = random.Random(SEED)
     counts = dict.fromkeys(["killed", "too late", "old", "new", "torn", "left", "copies"], 0)
@@ -145,5 +170,5 @@ def kill_many(job, kills):
     assert counts["killed"] >= kills // 3 and counts["old"] and counts["new"], counts
 
 
-kill_many(Replacing(), KILLS)
-# kill_many(Undoing(), KILLS) where tsl has that command.
+kill_many(Replacing(), KILLS // 2)
+kill_many(Undoing(), KILLS // 2)

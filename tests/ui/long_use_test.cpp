@@ -76,6 +76,7 @@ class LongUse : public testing::Test {
     if (round % 3 == 1) SeeResults();
     if (round % 5 == 1) EditPage();
     if (round % 7 == 1) driver->Find<QAction>("menuSiteRules")->trigger();  // and Cancel
+    if (round % 4 == 1) Undo();
     driver->said.clear();
     driver->answered.clear();
     driver->answers.clear();
@@ -85,6 +86,12 @@ class LongUse : public testing::Test {
   void SeeResults() {
     driver->Press("cmdSeeResults");
     driver->Press("cmdSearch");
+  }
+
+  void Undo() {
+    driver->answers = {"ok", "ok"};
+    driver->Find<QAction>("menuUndo")->trigger();
+    undone += driver->said.back().ends_with(" restored.");
   }
 
   void EditPage() {
@@ -102,6 +109,7 @@ class LongUse : public testing::Test {
   RecordedBrowser browser;
   std::optional<Driver> driver;
   int proposals = 0;
+  int undone = 0;
 };
 
 TEST_F(LongUse, NeedsNoMoreMemoryInTheEnd) {
@@ -116,6 +124,7 @@ TEST_F(LongUse, NeedsNoMoreMemoryInTheEnd) {
     parts = Parts();
   }
   EXPECT_GT(proposals, rounds);
+  EXPECT_GT(undone, 0);
   EXPECT_EQ(Parts(), parts);
   const double in_the_end = MemoryInUse();
 #ifndef TESSARIL_SANITIZED  // keeps what is freed for a while, and looks for leaks itself at the end

@@ -223,7 +223,9 @@ void Monkey::PressButton(QWidget& window) {
     if (qobject_cast<QAbstractButton*>(control) != nullptr) buttons.push_back(control);
   }
   if (buttons.empty()) return Click(window);
-  QWidget& button = *OneOf(buttons);
+  auto* const palette = window.findChild<QWidget*>("btnPalette");
+  const bool takes_palette = palette != nullptr && palette->isVisible() && InPercent(50);
+  QWidget& button = takes_palette ? *palette : *OneOf(buttons);
   Note("press " + NameOf(button).toStdString() + " " + button.property("text").toString().toStdString() +
        " of " + NameOf(window).toStdString());
   Mouse(button, button.rect().center(), Qt::LeftButton, false);
@@ -290,10 +292,10 @@ void Monkey::TypeText(QWidget& window) {
 // What many clicks would be needed for.
 void Monkey::Open() {
   static const std::vector<const char*> kItems = {
-      "menu0PrinterFont", "menu0Monospaced",  "menuStartInBrowser", "menuStartInEditor",
-      "menuExit",         "menuSiteRules",    "menuNoRules",        "menuHelp",
-      "menu1About",       "menuEPrinterFont", "menuMonospaced",     "menuNewDoc",
-      "menuEExit",        "menuEditFind",     "menuEditFindAgain",  "menuEAbout"};
+      "menu0PrinterFont",  "menu0Monospaced", "menuStartInBrowser", "menuStartInEditor", "menuExit",
+      "menuSiteRules",     "menuNoRules",     "menuHelp",           "menuUndo",          "menu1About",
+      "menuEPrinterFont",  "menuMonospaced",  "menuNewDoc",         "menuEExit",         "menuEditFind",
+      "menuEditFindAgain", "menuEAbout"};
   static const std::vector<const char*> kButtons = {
       "cmdSearch", "cmdSearch",     "cmdSearch",    "cmdSearch", "cmdUdskriv", "cmdSaveAs",
       "cmdExit",   "cmdSeeResults", "cmdErrorList", "Gem",       "GemSom",     "MainScreen",
