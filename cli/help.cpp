@@ -14,7 +14,15 @@ namespace {
 constexpr std::string_view kPurpose = "finds and mends what creeps into a web site on a disk";
 constexpr std::string_view kPathMeaning =
     "PATH is a folder, searched with all folders below it, or one file; of init, the folder of a site. No "
-    "file is ever changed without --yes, --ask or --answers. A text that begins with \"-\" follows \"--\".";
+    "file is ever changed without --yes, --ask or --answers; undo asks at the terminal. What is changed can "
+    "be "
+    "undone, unless --no-undo is given. A text that begins with \"-\" follows \"--\".";
+
+constexpr std::string_view kUndoFolder = "$XDG_DATA_HOME/tessaril/undo, else ~/.local/share/tessaril/undo";
+constexpr std::string_view kUndoFolderMeaning =
+    "What the last 20 runs changed, in at most 500 MB, with one folder a run. A run of which nothing can be "
+    "kept "
+    "there changes nothing.";
 
 constexpr std::string_view kSiteFileMeaning =
     "In the folder that is searched or the nearest above it: by which rules the links and entities of the "
@@ -189,7 +197,8 @@ std::string ManPage() {
   for (const ExitStatus& row : ExitStatuses()) {
     page += ".TP\n.B " + Roff(row.status) + "\n" + Roff(row.meaning) + "\n";
   }
-  page += ".SH FILES\n.TP\n.I " + Roff(kSiteFileName) + "\n" + Roff(kSiteFileMeaning) + "\n.SH EXAMPLES\n";
+  page += ".SH FILES\n.TP\n.I " + Roff(kSiteFileName) + "\n" + Roff(kSiteFileMeaning) + "\n.TP\n.I " +
+          Roff(kUndoFolder) + "\n" + Roff(kUndoFolderMeaning) + "\n.SH EXAMPLES\n";
   for (const Example& example : Examples()) {
     page += ".TP\n.B " + Roff(example.command) + "\n" + Roff(example.meaning) + "\n";
   }
