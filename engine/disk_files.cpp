@@ -137,6 +137,12 @@ Status OpenRegular(int folder, const std::string& path, FileHandle& file, FileSt
   return CheckKind(info);
 }
 
+// Two failures as one, each reason once.
+Status Both(Status first, Status second) {
+  if (second.ok() || first.reason().find(second.reason()) != std::string::npos) return first;
+  return first.ok() ? second : Status::Failure(first.reason() + "; " + second.reason());
+}
+
 }  // namespace
 
 Status DiskFiles::FolderFor(std::string_view folder, Purpose purpose, OpenFolder& open_folder) {
@@ -322,16 +328,13 @@ void DiskFiles::NoteFlush(const OpenFolder& folder, Status flushed) {
   } else if (flushed.ok()) {
     flushed = FlushFile(folder.descriptor);
   }
-  if (flushed.ok() || flush_failure_.reason().find(flushed.reason()) != std::string::npos) return;
-  flush_failure_ = flush_failure_.ok() ? std::move(flushed)
-                                       : Status::Failure(flush_failure_.reason() + "; " + flushed.reason());
+  flush_failure_ = Both(std::move(flush_failure_), std::move(flushed));
 }
 
 Status DiskFiles::FlushFolder() {
   Status flushed = std::exchange(flush_failure_, {});
   if (std::exchange(current_is_flushed_, true)) return flushed;
-  Status current = FlushFile(current_.get());
-  return current.ok() ? flushed : current;
+  return Both(std::move(flushed), FlushFile(current_.get()));
 }
 
 }  // namespace tessaril

@@ -220,7 +220,10 @@ Status CheckSitePage(RunContext& run) {
   }
   HtmlPage page(run.state.RunFile, run);
   if (Status status = page.Read(); !status.ok()) return status;
-  if (page.stamp() != file->page->stamp) index.Take(*file, page.text().Tail(0), page.stamp());
+  const std::string_view text = page.text().Tail(0);
+  // Its size, too: a file that changes while it is read may have the stamp of before.
+  if (page.stamp() != file->page->stamp || text.size() != file->page->size)
+    index.Take(*file, text, page.stamp());
   return SiteCheck(page, *file, run).Run();
 }
 

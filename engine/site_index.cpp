@@ -83,6 +83,7 @@ SitePage& SiteIndex::Take(SiteEntry& file, std::string_view text, const FileStam
   file.page = std::make_shared<SitePage>();
   SitePage& page = *file.page;
   page.stamp = stamp;
+  page.size = text.size();
   targets_.BeginPage();
   const PageForm form = FormOf(file);
   FindPageLinks(text, form == PageForm::kNone ? PageForm::kHtml : form, links_);

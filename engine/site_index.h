@@ -48,6 +48,7 @@ struct PageDoubt {
 struct SitePage {
   Status reading;
   FileStamp stamp;
+  std::size_t size = 0;  // of the text that was read, in bytes
   AnchorSet anchors;
   bool hides_anchors = false;       // it is not known what all of its anchors are called
   std::optional<std::string> base;  // as it stands in the page

@@ -14,6 +14,7 @@
 
 #include "engine/disk_files.h"
 #include "engine/search_run.h"
+#include "tests/support/long_form.h"
 #include "tests/support/program_entities.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/system_faults.h"
@@ -170,17 +171,24 @@ struct DisturbedRun {
 TEST(Others, ChangeAPageAtAnyMoment) {
   ProgramEntities();
   const std::vector<Change> changes = AllChanges();
+  int started = 0;
   for (const WritingRun& what : AllWritingRuns()) {
     DisturbedRun whole(what);
-    int all_calls = 0;
-    whole.at_system = [&](std::string_view, int number) { all_calls = number; };
+    std::vector<std::string> calls;
+    whole.at_system = [&](std::string_view call, int) { calls.emplace_back(call); };
     whole.Go();
     const std::string new_content = ContentOf(whole.scratch / "q.htm");
     ASSERT_GT(CountMarks(what, new_content), 0U) << what.name;
     ASSERT_TRUE(whole.is_written && whole.host.failures.empty()) << what.name;
     for (const Change& change : changes) {
       int refused = 0;
-      for (int nth = 1; nth <= all_calls; ++nth) {
+      ++started;
+      for (int nth = 1; nth <= static_cast<int>(calls.size()); ++nth) {
+        constexpr int kStep = 13;
+        // Between its stamp and its content a page is found neither old nor new.
+        const bool is_torn =
+            &change == &changes.front() && calls[static_cast<std::size_t>(nth - 1)] == "read";
+        if (!IsLongForm() && !is_torn && (nth + started) % kStep != 0) continue;
         DisturbedRun run(what);
         std::string moment;
         run.at_system = [&](std::string_view call, int number) {
@@ -195,7 +203,7 @@ TEST(Others, ChangeAPageAtAnyMoment) {
             << what.name << ", " << change.name << " before " << moment << " (" << nth << ")";
         if (testing::Test::HasFailure()) return;
       }
-      EXPECT_GT(refused, 0) << what.name << ", " << change.name;
+      EXPECT_TRUE(refused > 0 || !IsLongForm()) << what.name << ", " << change.name;
     }
   }
 }

@@ -16,7 +16,8 @@ namespace tessaril {
 /// What a file on the disk holds; nothing where it cannot be read.
 inline std::string ContentOf(const std::string& path) {
   std::ostringstream content;
-  if (std::filesystem::is_regular_file(path)) content << std::ifstream(path, std::ios::binary).rdbuf();
+  std::error_code loop;
+  if (std::filesystem::is_regular_file(path, loop)) content << std::ifstream(path, std::ios::binary).rdbuf();
   return content.str();
 }
 

@@ -37,7 +37,11 @@ std::vector<WritingRun> AllWritingRuns() {
           {"entities by today's rules", Function::kEntities, true, true, {"&eacute;"}},
           {"links, asked", Function::kLinks, true, false, {"good.htm", "sub/other.htm"}},
           {"links by today's rules", Function::kLinks, false, true, {"sub/other.htm"}},
-          {"links by today's rules, asked", Function::kLinks, true, true, {"good.htm", "sub/other.htm"}},
+          {"links by today's rules, asked",
+           Function::kLinks,
+           true,
+           true,
+           {"good.htm", "sub/other.htm", "two/A.gif"}},
           {"colours, asked", Function::kColours, true, false, {"#123366"}}};
 }
 
