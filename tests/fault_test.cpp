@@ -22,6 +22,8 @@
 #include "tests/support/watched_files.h"
 #include "tests/support/writing_runs.h"
 #include "ui/shared/save_file.h"
+#include "undo/undo_plan.h"
+#include "undo/undoable_files.h"
 
 namespace tessaril {
 namespace {
@@ -114,6 +116,11 @@ class FaultyRun {
 
   // Each check adds what it finds wrong to `wrong`.
   void CheckAlways();
+  // Takes the run back, over a disk in order.
+  void CheckUndo();
+  void CheckUndone(bool has_kept);
+  // Takes the run back while something fails, and tells what became of it. Each file is whole then.
+  UndoEnd UndoWith(SystemFaults::Decide decide);
   void CheckOthersAsIn(const FaultyRun& whole);
   bool Tells(const std::string& words) const;
   bool ReportsAs(const FaultyRun& whole) const;
@@ -123,6 +130,8 @@ class FaultyRun {
   const Contents& contents() const { return contents_; }
   const std::string& site() const { return site_; }
   const CorrectingHost& host() const { return host_; }
+  // Why no undo could be kept, where that was asked.
+  const std::string& asked() const { return asked_; }
   const RunState& state() const { return state_; }
 
   std::vector<std::string> wrong;
@@ -139,6 +148,9 @@ class FaultyRun {
   void CheckTold();
 
   const WritingRun& run_;
+  ScratchFolder user_;
+  UndoStore store_{user_ / "undo"};
+  std::string asked_;
   std::optional<Tree> tree_;
   std::string root_;
   std::string site_;
@@ -161,7 +173,11 @@ void FaultyRun::Go(SystemFaults::Decide decide, Door door) {
     files.before = std::move(door);
     const RunOptions options = OptionsOf(run_, site_);
     const SystemFaults faults(std::move(decide));
-    SearchRun(files, host_, ProgramEntities(), options, state_);
+    UndoableFiles undoable(files, store_, "run", [this](const std::string& reason) {
+      asked_ += reason + "\n";
+      return true;
+    });
+    SearchRun(undoable, host_, ProgramEntities(), options, state_);
     wrong = files.violations;
   }
   contents_ = tree_->All();
@@ -170,7 +186,49 @@ void FaultyRun::Go(SystemFaults::Decide decide, Door door) {
 std::string FaultyRun::Everything() const {
   std::string all;
   for (const std::string& failure : host_.failures) all += failure + "\n";
-  return all + state_.Results;
+  return all + asked_ + state_.Results;
+}
+
+// What the run put away is restored; what it could not put away is as the run left it.
+void FaultyRun::CheckUndo() {
+  DiskFiles files;
+  std::vector<UndoableRun> runs;
+  UndoPlan plan;
+  if (!store_.List(runs).ok() || runs.size() > 1) wrong.emplace_back("the store is damaged");
+  UndoEnd end;
+  if (!runs.empty() && plan.Make(store_, runs.front().number, files).ok())
+    end = plan.Perform(files, [] { return false; });
+  for (const FileLeft& file : end.failed) wrong.push_back("not undone: " + file.path + ": " + file.reason);
+  CheckUndone(!asked_.empty() || Tells("its old content is in "));
+  for (const auto& [path, content] : tree_->All()) {
+    if (fs::path(path).filename().string()[0] == '.') continue;
+    if (content != before_[path] && content != contents_[path]) wrong.push_back("undone wrongly: " + path);
+  }
+}
+
+// All is as before the run, but for a page that a message names.
+void FaultyRun::CheckUndone(bool has_kept) {
+  Contents undone = tree_->All();
+  std::erase_if(undone, [](const auto& file) { return fs::path(file.first).filename().string()[0] == '.'; });
+  if (!has_kept && undone != before_) wrong.emplace_back("the undo leaves something");
+}
+
+UndoEnd FaultyRun::UndoWith(SystemFaults::Decide decide) {
+  DiskFiles disk;
+  WatchedFiles files(disk);
+  UndoEnd end;
+  {
+    UndoPlan plan;
+    if (!plan.Make(store_, 1, disk).ok()) wrong.emplace_back("cannot be undone");
+    const SystemFaults faults(std::move(decide));
+    UndoableFiles undoable(files, store_, "undo", [this](const std::string& reason) {
+      asked_ += reason + "\n";
+      return true;
+    });
+    end = plan.Perform(undoable, [] { return false; });
+  }
+  wrong.insert(wrong.end(), files.violations.begin(), files.violations.end());
+  return end;
 }
 
 bool FaultyRun::Tells(const std::string& words) const {
@@ -279,6 +337,7 @@ TEST(Faults, OneSystemCallFails) {
         });
         run.CheckAlways();
         run.CheckOthersAsIn(whole);
+        run.CheckUndo();
         const bool heals = error == SystemFaults::kShort ||
                            (error == EINTR && (failed == "read" || failed == "write" || failed == "fsync"));
         const std::string words = heals ? "" : Words(error);
@@ -327,6 +386,7 @@ TEST(Faults, AllFailsFromSomeCallOn) {
           return row.error;
         });
         run.CheckAlways();
+        run.CheckUndo();
         const bool matters = !failed.empty() && failed != "close" && failed != "flock" && failed != "stat";
         if (matters && row.error != EIO && !run.Tells(Words(row.error)))
           run.wrong.emplace_back("says nothing");
@@ -367,6 +427,43 @@ TEST(Faults, OneCallAtTheDoorFails) {
       EXPECT_TRUE(run.wrong.empty()) << Report(run, what,
                                                failed + " (" + std::to_string(nth) + ") fails with it");
       if (testing::Test::HasFailure()) return;
+    }
+  }
+}
+
+// An undo in which something fails leaves each file whole, and another undo does the rest.
+TEST(Faults, AnUndoFails) {
+  ProgramEntities();
+  for (const WritingRun& what : AllWritingRuns()) {
+    if (what.function == Function::kEntities || what.function == Function::kColours) continue;  // as replace
+    const int step = IsLongForm() ? 1 : 17;
+    int offset = 0;
+    for (const int error : {EIO, ENOSPC, SystemFaults::kShort}) {
+      int all_calls = 1;
+      for (int nth = 1 + offset++ * 5 % step; nth <= all_calls; nth += step) {
+        std::string failed;
+        FaultyRun run(what);
+        run.Go([](std::string_view, int) { return SystemFaults::kNone; });
+        const UndoEnd end = run.UndoWith([&](std::string_view call, int number) {
+          all_calls = std::max(all_calls, number);
+          if (number != nth) return SystemFaults::kNone;
+          failed = call;
+          return error;
+        });
+        std::string told = run.asked();
+        for (const FileLeft& file : end.failed) told += file.path + ": " + file.reason + "\n";
+        if (error == SystemFaults::kShort && !told.empty())
+          run.wrong.push_back("tells of what it overcame: " + told);
+        const bool has_kept = told.find("its old content is in ") != std::string::npos;
+        const UndoEnd rest = run.UndoWith([](std::string_view, int) { return SystemFaults::kNone; });
+        if (!rest.failed.empty() || (!rest.left_alone.empty() && !has_kept))
+          run.wrong.push_back("does not do the rest: " + told);
+        if (!rest.restored.empty() && told.empty()) run.wrong.emplace_back("says nothing");
+        run.CheckUndone(has_kept);
+        EXPECT_TRUE(run.wrong.empty())
+            << Report(run, what, "undo, " + failed + " (" + std::to_string(nth) + ")");
+        if (testing::Test::HasFailure()) return;
+      }
     }
   }
 }

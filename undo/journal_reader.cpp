@@ -62,6 +62,9 @@ class LineReader {
     at_ += static_cast<std::size_t>(std::min<std::uint64_t>(bytes, filled_ - at_));
   }
 
+  // Why reading failed, where it did.
+  const Status& status() const { return status_; }
+
   // Of the next line, in bytes.
   std::uint64_t position() const { return position_; }
 
@@ -85,6 +88,7 @@ class LineReader {
 
   bool Fill() {
     const ssize_t got = ReadAt(file_, block_.data(), block_.size(), position_);
+    if (got < 0) status_ = Status::System(errno);
     at_ = 0;
     filled_ = static_cast<std::size_t>(std::max<ssize_t>(got, 0));
     return got > 0;
@@ -95,6 +99,7 @@ class LineReader {
   std::array<char, 4096> block_;
   std::size_t at_ = 0;
   std::size_t filled_ = 0;
+  Status status_;
 };
 
 // Takes a journal up, line by line.
@@ -103,13 +108,15 @@ class JournalReader {
   JournalReader(int file, Journal& journal) : lines_(file), journal_(journal) {}
 
   Status Read() {
-    if (!TakeBeginning()) return Status::Failure("Not a journal of changes, or a damaged one");
+    const bool is_journal = TakeBeginning();
+    if (!lines_.status().ok()) return lines_.status();
+    if (!is_journal) return Status::Failure("Not a journal of changes, or a damaged one");
     for (auto words = lines_.Next(); words && Take(*words); words = lines_.Next()) {
     }
     std::erase_if(journal_.changes, [](const JournalChange& change) {
       return change.kind == JournalChange::Kind::kPage ? change.left.empty() : change.new_path.empty();
     });
-    return {};
+    return lines_.status();
   }
 
  private:

@@ -7,7 +7,7 @@
 namespace tessaril {
 
 /// Reads an open journal, but for the contents in it. What is incomplete or damaged ends it. Fails when the
-/// file does not begin as a journal.
+/// file does not begin as a journal, or cannot be read.
 Status ReadJournal(int file, Journal& journal);
 
 /// Reads the old content of a page out of its journal. Fails when it is not the one that was written there.

@@ -41,7 +41,7 @@ std::string Line(std::initializer_list<std::string_view> words) {
 }  // namespace
 
 Status JournalWriter::Create(int folder, std::int64_t begun, std::string_view what) {
-  FileHandle file(openat(folder, kJournalName, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  FileHandle file(openat(folder, kJournalName, O_RDWR | O_APPEND | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
   if (!file.is_open()) return Status::System(errno);
   // Where locks are not known, no other run will be able to tell that this one goes on; it is the newest.
   (void)flock(file.get(), LOCK_EX | LOCK_NB);
@@ -105,19 +105,20 @@ Status JournalWriter::Note(const std::string& line) {
 }
 
 Status JournalWriter::Write(std::string_view bytes) {
-  return WriteAll(file_.get(), bytes);
+  Status status = WriteAll(file_.get(), bytes);
+  if (status.ok()) end_ += bytes.size();
+  return status;
 }
 
 // Brings what was written to the disk, or takes it back.
 Status JournalWriter::Settle(Status written) {
   if (written.ok()) written = FlushFile(file_.get());
-  const off_t end = lseek(file_.get(), 0, SEEK_CUR);
-  if (written.ok() && end >= 0) {
-    size_ = static_cast<std::uint64_t>(end);
+  if (written.ok()) {
+    size_ = end_;
     return written;
   }
-  const auto size = static_cast<off_t>(size_);
-  if (ftruncate(file_.get(), size) != 0 || lseek(file_.get(), size, SEEK_SET) != size) {
+  end_ = size_;
+  if (ftruncate(file_.get(), static_cast<off_t>(size_)) != 0) {
     file_.Close();  // nothing can be added behind the torn end
   }
   return written;

@@ -48,6 +48,7 @@ class JournalWriter {
 
   FileHandle file_;
   std::uint64_t size_ = 0;  // bytes of complete lines
+  std::uint64_t end_ = 0;   // bytes that were written
   std::size_t pages_ = 0;
   ByteBuffer memory_;
 };

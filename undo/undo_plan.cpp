@@ -52,6 +52,9 @@ class UndoPlan::Maker {
 
   void Make() {
     const std::vector<JournalChange>& changes = plan_.run_.journal.changes;
+    for (const JournalChange& change : changes) {
+      if (change.kind == Kind::kRename) LookWhetherItIsBack(change);
+    }
     for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
       if (change->kind == Kind::kPage) {
         AddPage(*change);
@@ -77,10 +80,18 @@ class UndoPlan::Maker {
     return known->second;
   }
 
-  // Where a file is that was at `path` before a rename which is left alone.
+  // A file that has its old name, and not the new one, was undone already.
+  void LookWhetherItIsBack(const JournalChange& rename) {
+    const bool is_back =
+        !ContentOf(rename.new_path).status.ok() && ContentOf(PlaceOf(rename.path)).status.ok();
+    if (is_back) back_[rename.new_path] = rename.path;
+  }
+
+  // Where a file is that had this path at some time of the run.
   const std::string& PlaceOf(const std::string& path) const {
-    const auto moved = moved_.find(path);
-    return moved == moved_.end() ? path : moved->second;
+    if (const auto moved = moved_.find(path); moved != moved_.end()) return moved->second;
+    const auto back = back_.find(path);
+    return back == back_.end() ? path : PlaceOf(back->second);
   }
 
   void LeaveAlone(const std::string& path, const std::string& reason) {
@@ -101,10 +112,10 @@ class UndoPlan::Maker {
   }
 
   void AddRename(const JournalChange& change) {
+    if (back_.contains(change.new_path)) return;
     const std::string& path = PlaceOf(change.new_path);
     Content& now = ContentOf(path);
     Content& before = ContentOf(change.path);
-    if (!now.status.ok() && before.status.ok() && Fits(change.old, before.mark)) return;  // undone already
     Status obstacle = now.status;
     if (path != change.new_path) {
       obstacle = Status::Failure("It has another name");
@@ -126,7 +137,8 @@ class UndoPlan::Maker {
   Files& files_;
   ByteBuffer memory_;
   std::map<std::string, Content> contents_;
-  std::map<std::string, std::string> moved_;
+  std::map<std::string, std::string> moved_;  // by renames that are left alone
+  std::map<std::string, std::string> back_;   // renamed back already: from the new path to the old one
   Paths restored_, told_;
 };
 

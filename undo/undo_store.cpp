@@ -126,7 +126,7 @@ void UndoStore::Prune() const {
     const bool is_read = Open(number, run, file).ok();
     struct stat info {};
     if (file.is_open() && fstat(file.get(), &info) == 0) bytes += static_cast<std::uint64_t>(info.st_size);
-    const bool is_empty = !is_read || run.journal.changes.empty();
+    const bool is_empty = is_read && run.journal.changes.empty();  // what cannot be read now may be later
     if (!is_empty) ++runs;
     const bool too_much = runs > kMostRuns || (runs > 1 && bytes > kMostBytes);
     if (!run.goes_on && (is_empty || too_much)) Remove(number);

@@ -83,6 +83,11 @@ WRAP(ssize_t, fgetxattr, -1, (int file, const char* name, void* value, size_t si
 WRAP(ssize_t, flistxattr, -1, (int file, char* names, size_t size), (file, names, size))
 WRAP(int, fremovexattr, -1, (int file, const char* name), (file, name))
 WRAP(DIR*, fdopendir, nullptr, (int folder), (folder))
+WRAP(DIR*, opendir, nullptr, (const char* path), (path))
+WRAP(int, mkdir, -1, (const char* path, mode_t mode), (path, mode))
+WRAP(int, rmdir, -1, (const char* path), (path))
+WRAP(int, unlink, -1, (const char* path), (path))
+WRAP(ssize_t, pread, -1, (int file, void* bytes, size_t size, off_t from), (file, bytes, size, from))
 WRAP(dirent*, readdir, nullptr, (DIR * stream), (stream))
 
 int __real_openat(int folder, const char* path, int flags, ...);
