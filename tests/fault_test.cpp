@@ -509,20 +509,26 @@ TEST(Faults, AFileIsSavedWholeOrNot) {
     for (const int error : {EIO, ENOSPC, EACCES, EINTR, SystemFaults::kShort}) {
       int all_calls = 1;
       for (int nth = 1; nth <= all_calls; ++nth) {
-        const ScratchFolder scratch;
+        const ScratchFolder scratch, user;
+        const UndoStore store(user / "undo");
         for (const char* old : {"page.htm", "hard.htm", "target.htm"}) scratch.Write(old, "old");
         fs::create_hard_link(scratch / "hard.htm", scratch / "twin.htm");
         fs::create_symlink("target.htm", scratch / "link.htm");
         const std::vector<std::string> names = scratch.Names();
         std::string failed;
+        std::string asked;
         Status status;
+        DiskFiles disk;
         {
-          DiskFiles files;
           const SystemFaults faults([&](std::string_view call, int number) {
             all_calls = std::max(all_calls, number);
             if (number != nth) return SystemFaults::kNone;
             failed = call;
             return error;
+          });
+          UndoableFiles files(disk, store, "editor", [&](const std::string& reason) {
+            asked = reason;
+            return true;
           });
           status = SaveFile(files, scratch / name, "the new content");
         }
@@ -537,8 +543,15 @@ TEST(Faults, AFileIsSavedWholeOrNot) {
           EXPECT_TRUE(is_known || present == name || status.reason().find(present) != std::string::npos)
               << fault << " " << present;
         }
-        const bool tells = status.reason().find(Words(std::max(error, 0))) != std::string::npos;
-        EXPECT_TRUE(status.ok() || (tells && error != SystemFaults::kShort)) << fault;
+        const std::string told = status.reason() + asked;
+        const bool tells = told.find(Words(std::max(error, 0))) != std::string::npos;
+        EXPECT_TRUE(told.empty() || (tells && error != SystemFaults::kShort)) << fault;
+        UndoPlan plan;
+        if (name == "new.htm" || content == old_content || !asked.empty()) continue;
+        EXPECT_TRUE(plan.Make(store, 1, disk).ok() &&
+                    plan.Perform(disk, [] { return false; }).restored.size() == 1)
+            << fault;
+        EXPECT_EQ(scratch.Read(name), "old") << fault;
       }
     }
   }
