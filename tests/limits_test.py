@@ -26,8 +26,10 @@ FUNCTIONS = {
     "colours": ["colours"],
 }
 WRITES = {"links mended", "entities mended", "replace"}
+QUESTION = b"tsl: Performing this function without manual control may cause unwanted results!\nDo you really want to continue?\n"
 ASKS_MEMORY = {"Output text too long", "Cannot allocate memory"}
 scratch = os.fsencode(tempfile.mkdtemp())
+os.environb[b"XDG_DATA_HOME"] = scratch + b"/user"
 site = scratch + b"/site"
 failed = []
 slowest = [0.0, ""]
@@ -46,6 +48,9 @@ class End:
         end = subprocess.run(command, capture_output=True, timeout=None if SANITIZED else seconds, preexec_fn=limit)
         self.took = time.monotonic() - begin
         self.status, self.out, self.err = end.returncode, end.stdout, end.stderr
+        if function == "entities mended":  # is asked whether it is meant
+            expect(self.err.startswith(QUESTION), function, self.err)
+            self.err = self.err.removeprefix(QUESTION)
         self.what = f"{function}: status {self.status}, {self.took:.1f} s, {self.err[:300]!r}"
         if self.took > slowest[0]:
             slowest[:] = [self.took, self.what]
@@ -121,7 +126,7 @@ def long_line():
 
 def many_files():
     """A folder of so many pages."""
-    many = 100_000 // SCALE
+    many = 100_000 if LONG else 1_000
     fresh()
     for number in range(many):
         write(b"%d.htm" % number, b"hit <a href='%d.htm'>\xe9" % ((number + 1) % many))
@@ -147,7 +152,7 @@ def deep_folders():
         os.close(here)
         here = below
     os.close(here)
-    for function in FUNCTIONS:
+    for function in FUNCTIONS if LONG else ["links", "links mended", "entities mended", "replace"]:
         end = End(function, [(resource.RLIMIT_NOFILE, 64)])
         check_clean(end, "deep folders")
         if function == "replace":
@@ -170,7 +175,6 @@ def wild_names():
     for name in NAMES:
         write(name, b"hit \xe9 <a href='gone.htm'>x</a><font color='#123456'>")
         os.symlink("/proc/self/mem", site + b"/bad " + name[:240] + b".htm")
-        write(name + b".d" if len(name) < 250 else b"d", b"") if False else None
     for function in FUNCTIONS:
         end = End(function, [(resource.RLIMIT_NOFILE, 64)])
         expect(end.status == 2, "wild names", end.what)
@@ -196,7 +200,7 @@ def little_memory():
     """Address space that a run needs more of: the pages stay whole, and the message says what was missing."""
     if SANITIZED:
         return
-    for megabytes in (24, 40, 64, 100, 160) if LONG else (40, 100):
+    for megabytes in (24, 40, 64, 100, 160) if LONG else (40,):
         for function in FUNCTIONS:
             fresh()
             small = write(b"a.htm", b"hit \xe9")
