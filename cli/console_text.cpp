@@ -1,5 +1,6 @@
 #include "cli/console_text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -17,22 +18,31 @@ bool IsControl(std::string_view sequence) {
   return sequence.size() == 2 && sequence.front() == kLeadOfHighControls && code < 0xA0;
 }
 
+// The next character of a text that is not empty; a byte where there is none.
+std::string_view NextOf(std::string_view text) {
+  return text.substr(0, std::max<std::size_t>(SequenceLength(text), 1));
+}
+
+void AppendEscaped(std::string_view sequence, std::string& shown) {
+  for (const char c : sequence) {
+    std::array<char, 8> escape;
+    std::snprintf(escape.data(), escape.size(), "\\x%02X",
+                  static_cast<unsigned>(static_cast<unsigned char>(c)));
+    shown += escape.data();
+  }
+}
+
 std::string Shown(std::string_view text, std::string_view kept_controls) {
   std::string shown;
   while (!text.empty()) {
-    const std::size_t length = SequenceLength(text);
-    const std::string_view sequence = text.substr(0, length == 0 ? 1 : length);
+    const std::string_view sequence = NextOf(text);
+    const bool is_character = SequenceLength(text) > 0;
     text.remove_prefix(sequence.size());
     const bool kept = kept_controls.find(sequence) != std::string_view::npos;
-    if (kept || (length > 0 && !IsControl(sequence))) {
+    if (kept || (is_character && !IsControl(sequence))) {
       shown += sequence;
-      continue;
-    }
-    for (const char c : sequence) {
-      std::array<char, 8> escape;
-      std::snprintf(escape.data(), escape.size(), "\\x%02X",
-                    static_cast<unsigned>(static_cast<unsigned char>(c)));
-      shown += escape.data();
+    } else {
+      AppendEscaped(sequence, shown);
     }
   }
   return shown;
@@ -51,6 +61,24 @@ std::string Lines(std::string_view text) {
     if (!line_end) lines += text[i];
   }
   return Shown(lines, "\n\t");
+}
+
+std::string Harmless(std::string_view report) {
+  std::string shown;
+  while (!report.empty()) {
+    const std::string_view sequence = NextOf(report);
+    const auto code = static_cast<unsigned char>(sequence.front());
+    const bool stays = sequence == "\n" || sequence == "\t" || report.starts_with("\r\n");
+    // A byte that is no UTF-8 may be a control character of the terminal's own code.
+    const bool is_control = IsControl(sequence) || (sequence.size() == 1 && code >= 0x80 && code < 0xA0);
+    report.remove_prefix(sequence.size());
+    if (stays || !is_control) {
+      shown += sequence;
+    } else {
+      AppendEscaped(sequence, shown);
+    }
+  }
+  return shown;
 }
 
 std::string PageLines(std::string_view bytes, PageEncoding encoding) {

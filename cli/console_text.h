@@ -17,6 +17,10 @@ std::string OneLine(std::string_view text);
 /// `text`, UTF-8, as lines: CR LF and LF part them, tabs stay, all else as in OneLine.
 std::string Lines(std::string_view text);
 
+/// A report for the eyes: all is as it is but control characters, which are written as \xHH. Tabs and line
+/// ends stay, CR LF and LF.
+std::string Harmless(std::string_view report);
+
 /// A piece of a page as Lines has it.
 std::string PageLines(std::string_view bytes, PageEncoding encoding);
 

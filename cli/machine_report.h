@@ -39,8 +39,11 @@ class MachineReport {
   Status End(int exit_status);
 
  private:
+  Status Show();
+
   const Arguments& arguments_;
   FileHandle file_;
+  bool is_shown_ = false;  // on a terminal, when it is complete
   std::optional<BlockWriter> out_;
   std::unique_ptr<FindingsWriter> writer_;
 };

@@ -18,8 +18,13 @@ int Refuse(const std::string& text) {
   return kExitFailure;
 }
 
+Status WriteToStandardOutput(const std::string& report) {
+  return isatty(STDOUT_FILENO) != 0 ? WriteAll(STDOUT_FILENO, Harmless(report))
+                                    : WriteAll(STDOUT_FILENO, report);
+}
+
 int WriteToUser(const std::string& text) {
-  const Status status = WriteAll(STDOUT_FILENO, text);
+  const Status status = WriteToStandardOutput(text);
   return status.ok() ? kExitGood : Refuse("standard output: " + status.reason());
 }
 
@@ -52,10 +57,13 @@ Status CheckWritable(const std::string& path) {
 
 Status ReadFrom(const std::string& path, std::string& bytes) {
   const FileHandle file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
-  if (!file.is_open()) return Status::System(errno);
+  return file.is_open() ? ReadFrom(file.get(), bytes) : Status::System(errno);
+}
+
+Status ReadFrom(int file, std::string& bytes) {
   std::array<char, 65536> block;
   for (;;) {
-    const ssize_t got = read(file.get(), block.data(), block.size());
+    const ssize_t got = read(file, block.data(), block.size());
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return Status::System(errno);
     if (got == 0) return {};

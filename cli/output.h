@@ -19,6 +19,9 @@ inline constexpr int kExitStopped = 3;
 /// Tells on standard error why `tsl` does not go on, and gives kExitFailure.
 int Refuse(const std::string& text);
 
+/// Writes a report to standard output, byte for byte; on a terminal without what would command it.
+Status WriteToStandardOutput(const std::string& report);
+
 /// Writes to standard output and gives kExitGood; a failure is told.
 int WriteToUser(const std::string& text);
 
@@ -32,8 +35,9 @@ Status CreateFile(const std::string& path, FileHandle& file);
 /// Whether CreateFile would succeed as far as can be told without touching anything.
 Status CheckWritable(const std::string& path);
 
-/// Reads all of a file that may be a pipe.
+/// Reads all of a file that may be a pipe; of an open one what is still to be read.
 Status ReadFrom(const std::string& path, std::string& bytes);
+Status ReadFrom(int file, std::string& bytes);
 
 }  // namespace tessaril
 

@@ -55,7 +55,7 @@ Status MakeAnswerer(const Arguments& arguments, std::unique_ptr<Answerer>& answe
 }
 
 Status WriteReport(const std::string& path, const std::string& report) {
-  if (path.empty()) return WriteAll(STDOUT_FILENO, report);
+  if (path.empty()) return WriteToStandardOutput(report);
   FileHandle file;
   if (Status status = CreateFile(path, file); !status.ok()) return status;
   if (Status status = WriteAll(file.get(), report); !status.ok()) return status;

@@ -34,6 +34,30 @@ TEST(TslAsk, AnswersWithOneKeyEach) {
   EXPECT_NE(colours.out.find("\x1b[31"), std::string::npos);
 }
 
+// A report on a terminal shows what pages hold, and does not send it.
+TEST(TslAsk, SendsTheTerminalNothingOfPages) {
+  ScratchFolder scratch;
+  const std::string wild =
+      "<body text='#12345a'><a href='http://x/\x1B'><a href='gone.htm'> \x1B]0;title\x07 \xC2\x9B"
+      "2J \x9B"
+      "31m \x7F \r<b>\t\xC3\xA9 \xE9 \b";
+  scratch.Write("a\x1B[2J.htm", wild);
+  const Words runs[] = {{"links"}, {"external"}, {"search", "e"}, {"colours"}, {"entities"}};
+  for (Words run : runs) {
+    run.push_back(scratch.path());
+    for (const char* const format : {"", "json", "sarif", "junit", "github"}) {
+      Words words = run;
+      if (*format != '\0') words.insert(words.end(), {"--format", format});
+      const std::string out = RunTslOnTerminal(words, {}).out;
+      EXPECT_TRUE(*format != '\0' || out.find("x1B") != std::string::npos) << run[0] << out;
+      for (const char* const command : {"\x1B", "\x07", "\xC2\x9B", " \x9B", "\x7F", "\r<b>", "\b"})
+        EXPECT_EQ(out.find(command), std::string::npos) << run[0] << format << out;
+    }
+  }
+  // Elsewhere a report is what it is.
+  EXPECT_NE(RunTsl({"links", scratch.path()}).out.find("\x1B]0;title\x07"), std::string::npos);
+}
+
 TEST(TslAsk, TakesCtrlCForStopAndQuestionsForQuestions) {
   ScratchFolder scratch;
   scratch.Write("a.htm", "hit");
