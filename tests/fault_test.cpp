@@ -324,10 +324,10 @@ TEST(Faults, OneSystemCallFails) {
     whole.Go([&](std::string_view, int number) { return all_calls = number, SystemFaults::kNone; });
     whole.CheckAlways();
     ASSERT_TRUE(whole.wrong.empty() && whole.host().failures.empty()) << Report(whole, what, "no fault");
-    const int step = IsLongForm() ? 1 : 31;
+    const int step = IsLongForm() ? 1 : 97;
     int offset = 0;
     for (const int error : {EIO, ENOSPC, EACCES, EINTR, SystemFaults::kShort}) {
-      for (int nth = 1 + offset++ * 7 % step; nth <= all_calls; nth += step) {
+      for (int nth = 1 + offset++ * 19 % step; nth <= all_calls; nth += step) {
         std::string failed;
         FaultyRun run(what);
         run.Go([&](std::string_view call, int number) {
@@ -372,7 +372,7 @@ TEST(Faults, AllFailsFromSomeCallOn) {
     return std::find(std::begin(kCalls), std::end(kCalls), call) != std::end(kCalls);
   };
   const Row rows[] = {{EIO, is_any}, {ENOSPC, grows}, {EROFS, changes}};
-  const int step = IsLongForm() ? 1 : 29;
+  const int step = IsLongForm() ? 1 : 41;
   int kept_copies = 0;
   for (const WritingRun& what : AllWritingRuns()) {
     for (const Row& row : rows) {
@@ -404,12 +404,13 @@ TEST(Faults, AllFailsFromSomeCallOn) {
 // The same at the door, whatever lies behind it.
 TEST(Faults, OneCallAtTheDoorFails) {
   ProgramEntities();
+  int started = 0;
   for (const WritingRun& what : AllWritingRuns()) {
     FaultyRun whole(what);
     int all_calls = 0;
     const auto no_fault = [](std::string_view, int) { return SystemFaults::kNone; };
     whole.Go(no_fault, [&](std::string_view, const std::string&) { return ++all_calls, Status(); });
-    for (int nth = 1; nth <= all_calls; ++nth) {
+    for (int nth = 1 + (IsLongForm() ? 0 : started++); nth <= all_calls; nth += IsLongForm() ? 1 : 9) {
       std::string failed;
       int number = 0;
       FaultyRun run(what);
@@ -436,11 +437,11 @@ TEST(Faults, AnUndoFails) {
   ProgramEntities();
   for (const WritingRun& what : AllWritingRuns()) {
     if (what.function == Function::kEntities || what.function == Function::kColours) continue;  // as replace
-    const int step = IsLongForm() ? 1 : 17;
+    const int step = IsLongForm() ? 1 : 61;
     int offset = 0;
     for (const int error : {EIO, ENOSPC, SystemFaults::kShort}) {
       int all_calls = 1;
-      for (int nth = 1 + offset++ * 5 % step; nth <= all_calls; nth += step) {
+      for (int nth = 1 + offset++ * 23 % step; nth <= all_calls; nth += step) {
         std::string failed;
         FaultyRun run(what);
         run.Go([](std::string_view, int) { return SystemFaults::kNone; });
