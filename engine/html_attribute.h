@@ -8,7 +8,8 @@ namespace tessaril {
 /// An attribute of a start tag; both texts as they stand in the page.
 struct HtmlAttribute {
   std::string_view name;
-  std::string_view value;  // without quotes, character references not resolved; empty, behind the name, when there is none
+  // Without quotes, character references not resolved; empty, behind the name, when there is none.
+  std::string_view value;
   bool has_value = false;  // a "=" follows the name
   char quote = '\0';       // around the value: ', " or none
 };
