@@ -1,3 +1,5 @@
+#include <QMessageBox>
+
 #include "tests/ui/support/editor_test.h"
 
 namespace tessaril {
@@ -50,6 +52,15 @@ TEST_F(WindowUndo, RestoresWhatTheLastRunChanged) {
   said = Undo({"ok", "ok"});  // of the undo
   EXPECT_NE(said[0].find("\nundo 1\n"), std::string::npos) << said[0];
   EXPECT_NE(site.Read("a.htm"), old_text);
+}
+
+TEST_F(WindowUndo, ShowsAllFilesOnDemand) {
+  for (int i = 0; i < 30; ++i) site.Write("p" + std::to_string(i) + ".htm", "one");
+  Replace(std::deque<std::string>(40, "replace"));
+  QString details;
+  driver->on_dialog = [&](QWidget& box) { details = static_cast<QMessageBox&>(box).detailedText(); };
+  EXPECT_TRUE(Undo({"cancel"})[0].ends_with("\nand 21 more"));
+  EXPECT_EQ(details.count(".htm\n") + details.endsWith(".htm"), 31);
 }
 
 TEST_F(WindowUndo, RestoresWhatTheEditorSaved) {

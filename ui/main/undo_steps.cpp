@@ -18,30 +18,31 @@ std::string FilesText(std::size_t count) {
   return std::to_string(count) + (count == 1 ? " file" : " files");
 }
 
-// The first files, a line each, and how many more there are.
-std::string Lines(const std::vector<std::string>& files) {
+// The first `most` files, a line each, and how many more there are.
+std::string Lines(const std::vector<std::string>& files, std::size_t most) {
   std::string text;
-  for (std::size_t i = 0; i < files.size() && i < kFilesTold; ++i) text += files[i] + "\r\n";
-  if (files.size() > kFilesTold) text += "and " + std::to_string(files.size() - kFilesTold) + " more\r\n";
+  for (std::size_t i = 0; i < files.size() && i < most; ++i) text += files[i] + "\r\n";
+  if (files.size() > most) text += "and " + std::to_string(files.size() - most) + " more\r\n";
   return text;
 }
 
-std::string Lines(const std::vector<FileLeft>& files) {
+std::string Lines(const std::vector<FileLeft>& files, std::size_t most) {
   std::vector<std::string> lines;
   for (const FileLeft& file : files) lines.push_back(file.path + ": " + file.reason);
-  return Lines(lines);
+  return Lines(lines, most);
 }
 
-std::string PlanText(const UndoPlan& plan) {
+// With so many files of each kind.
+std::string PlanText(const UndoPlan& plan, std::size_t most) {
   const Journal& journal = plan.run().journal;
   std::string text = DateOf(journal) + "\r\n" + journal.what + "\r\n\r\n";
   if (plan.restored().empty()) {
     text += "Nothing to restore.\r\n";
   } else {
-    text += FilesText(plan.restored().size()) + " to be restored:\r\n" + Lines(plan.restored());
+    text += FilesText(plan.restored().size()) + " to be restored:\r\n" + Lines(plan.restored(), most);
   }
   if (!plan.left_alone().empty()) {
-    text += "\r\nChanged since, left alone:\r\n" + Lines(plan.left_alone());
+    text += "\r\nChanged since, left alone:\r\n" + Lines(plan.left_alone(), most);
   }
   text.resize(text.size() - 2);
   return text;
@@ -50,7 +51,7 @@ std::string PlanText(const UndoPlan& plan) {
 std::string EndText(const UndoEnd& end) {
   std::string text = FilesText(end.restored.size()) + " restored.";
   if (end.stopped) text += "\r\nThe others were not: you cancelled.";
-  if (!end.failed.empty()) text += "\r\n\r\nCould not be restored:\r\n" + Lines(end.failed);
+  if (!end.failed.empty()) text += "\r\n\r\nCould not be restored:\r\n" + Lines(end.failed, kFilesTold);
   return text;
 }
 
@@ -67,8 +68,11 @@ void MainWindow::UndoLastRun() {
   if (const Status made = plan.Make(session_.undo, runs.front().number, files); !made.ok()) {
     return Tell(this, "Can't undo: " + made.reason());
   }
-  if (plan.restored().empty()) return Tell(this, PlanText(plan));
-  if (AskOkCancel(this, "Undo this run?\r\n" + PlanText(plan))) Undo(plan, files);
+  if (plan.restored().empty()) return Tell(this, PlanText(plan, kFilesTold));
+  std::string text = PlanText(plan, kFilesTold);
+  std::string all = PlanText(plan, std::max(plan.restored().size(), plan.left_alone().size()));
+  if (all == text) all.clear();
+  if (AskOkCancel(this, "Undo this run?\r\n" + text, all)) Undo(plan, files);
 }
 
 void MainWindow::Undo(const UndoPlan& plan, Files& files) {

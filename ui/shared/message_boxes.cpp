@@ -35,8 +35,10 @@ QString Beginning(const QString& text, const QWidget& box) {
 }
 
 QMessageBox::StandardButton Show(QWidget* parent, const std::string& text, const char* title,
-                                 QMessageBox::Icon icon, QMessageBox::StandardButtons buttons) {
+                                 QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
+                                 const std::string& details = {}) {
   QMessageBox box(icon, title, {}, buttons, parent);
+  if (!details.empty()) box.setDetailedText(ShownLines(details));
   box.setTextFormat(Qt::PlainText);
   box.setText(Beginning(BreakLongWords(ShownLines(text)), box));
   return static_cast<QMessageBox::StandardButton>(box.exec());
@@ -52,9 +54,9 @@ void Warn(QWidget* parent, const std::string& text) {
   Show(parent, text, "Tessaril", QMessageBox::Warning, QMessageBox::Ok);
 }
 
-bool AskOkCancel(QWidget* parent, const std::string& text) {
-  return Show(parent, text, "Tessaril", QMessageBox::NoIcon, QMessageBox::Ok | QMessageBox::Cancel) ==
-         QMessageBox::Ok;
+bool AskOkCancel(QWidget* parent, const std::string& text, const std::string& details) {
+  return Show(parent, text, "Tessaril", QMessageBox::NoIcon, QMessageBox::Ok | QMessageBox::Cancel,
+              details) == QMessageBox::Ok;
 }
 
 bool AskYesNo(QWidget* parent, const std::string& text, const char* title) {

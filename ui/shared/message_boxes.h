@@ -14,8 +14,8 @@ void Tell(QWidget* parent, const std::string& text);
 /// With an exclamation icon.
 void Warn(QWidget* parent, const std::string& text);
 
-/// OK or Cancel; true for OK.
-bool AskOkCancel(QWidget* parent, const std::string& text);
+/// OK or Cancel; true for OK. `details`, of any length, are shown when the user wants to see them.
+bool AskOkCancel(QWidget* parent, const std::string& text, const std::string& details = {});
 
 /// Yes or No; true for Yes.
 bool AskYesNo(QWidget* parent, const std::string& text, const char* title);
