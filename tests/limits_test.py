@@ -200,7 +200,7 @@ def little_memory():
     """Address space that a run needs more of: the pages stay whole, and the message says what was missing."""
     if SANITIZED:
         return
-    for megabytes in (24, 40, 64, 100, 160) if LONG else (40,):
+    for megabytes in (24, 40, 64, 100, 160) if LONG else (24, 40):
         for function in FUNCTIONS:
             fresh()
             small = write(b"a.htm", b"hit \xe9")

@@ -23,7 +23,10 @@ UndoableFiles::UndoableFiles(Files& files, const UndoStore& store, std::string w
 UndoableFiles::~UndoableFiles() {
   if (!journal_.is_open()) return;
   journal_ = {};  // gives its lock up
-  store_.Prune();
+  try {
+    store_.Prune();
+  } catch (const std::bad_alloc&) {  // the next run will
+  }
 }
 
 Status UndoableFiles::Begin() {
