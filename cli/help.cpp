@@ -15,14 +15,12 @@ constexpr std::string_view kPurpose = "finds and mends what creeps into a web si
 constexpr std::string_view kPathMeaning =
     "PATH is a folder, searched with all folders below it, or one file; of init, the folder of a site. No "
     "file is ever changed without --yes, --ask or --answers; undo asks at the terminal. What is changed can "
-    "be "
-    "undone, unless --no-undo is given. A text that begins with \"-\" follows \"--\".";
+    "be undone, unless --no-undo is given. A text that begins with \"-\" follows \"--\".";
 
 constexpr std::string_view kUndoFolder = "$XDG_DATA_HOME/tessaril/undo, else ~/.local/share/tessaril/undo";
 constexpr std::string_view kUndoFolderMeaning =
     "What the last 20 runs changed, in at most 500 MB, with one folder a run. A run of which nothing can be "
-    "kept "
-    "there changes nothing.";
+    "kept there changes nothing.";
 
 constexpr std::string_view kSiteFileMeaning =
     "In the folder that is searched or the nearest above it: by which rules the links and entities of the "

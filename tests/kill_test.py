@@ -158,16 +158,19 @@ def kill_many(job, kills):
     assert status == 0 and not errors, (status, errors)
     moments = random.Random(SEED)
     counts = dict.fromkeys(["killed", "too late", "old", "new", "torn", "left", "copies"], 0)
-    for kill in range(kills):
+    tries = 0
+    while counts["killed"] < kills:
+        tries += 1
+        assert tries <= 4 * kills, counts  # it ends before it can be killed
         seconds = moments.random() * whole
         try:
             kill_one(job, folder, seconds, counts)
         except AssertionError:
-            print(f"kill {kill} after {seconds:.4f} s of {whole:.4f} s, seed {SEED}; the tree is {folder}")
+            print(f"try {tries} after {seconds:.4f} s of {whole:.4f} s, seed {SEED}; the tree is {folder}")
             raise
     shutil.rmtree(scratch)
-    print(f"{job.__class__.__name__}: {kills} runs of {whole * 1000:.0f} ms, seed {SEED}: {counts}")
-    assert counts["killed"] >= kills // 3 and counts["old"] and counts["new"], counts
+    print(f"{job.__class__.__name__}: {tries} runs of {whole * 1000:.0f} ms, seed {SEED}: {counts}")
+    assert counts["old"] and counts["new"], counts
 
 
 kill_many(Replacing(), KILLS // 2)
