@@ -20,13 +20,14 @@ struct Found {
   std::string text;
   std::string new_text;
   std::string path;
-  std::string run;
+  std::optional<std::string> run;
 
   void ReplaceWords(const std::string& old_word, const std::string& new_word) {
     const auto replace = [&](std::string& word) {
       if (word == old_word) word = new_word;
     };
-    for (std::string* const word : {&text, &new_text, &path, &run}) replace(*word);
+    for (std::string* const word : {&text, &new_text, &path}) replace(*word);
+    if (run) replace(*run);
     for (auto& [name, value] : values) replace(value);
   }
 
@@ -162,12 +163,12 @@ Understood UnderstandUndo(const Found& found) {
   wish.list = found.Has("--list");
   wish.unasked = found.Has("--yes");
   wish.keeps_undo = !found.Has("--no-undo");
-  if (found.run.empty()) return wish;
-  const char* const end = found.run.data() + found.run.size();
+  if (!found.run) return wish;
+  const char* const end = found.run->data() + found.run->size();
   unsigned number = 0;
-  const auto [stop, error] = std::from_chars(found.run.data(), end, number);
+  const auto [stop, error] = std::from_chars(found.run->data(), end, number);
   if (error != std::errc() || stop != end || number == 0) {
-    return Refuse("RUN must be a number that 'tsl undo --list' shows: " + OneLine(found.run));
+    return Refuse("RUN must be a number that 'tsl undo --list' shows: " + OneLine(*found.run));
   }
   wish.run = number;
   return wish;

@@ -173,6 +173,7 @@ int Start(Arguments& arguments) {
   }
   const UndoStore store(UndoFolder(UserFolder()));
   UndoableFiles undoable(files, store, DescribeRun(arguments.options), EndForWantOfUndo);
+  NoteInterrupts();
   const bool keeps_undo = arguments.keeps_undo && MayChange(arguments);
   if (keeps_undo) {
     if (Status status = undoable.Begin(); !status.ok()) return Refuse(NoUndo(status));
@@ -183,7 +184,6 @@ int Start(Arguments& arguments) {
       return Refuse(arguments.transcript + ": " + status.reason());
     }
   }
-  NoteInterrupts();
   try {
     Files& run_files = keeps_undo ? static_cast<Files&>(undoable) : files;
     return Run(arguments, run_files, entities, *answerer, transcript);

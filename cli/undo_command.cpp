@@ -28,6 +28,10 @@ int List(const UndoStore& store) {
   if (Status status = store.List(runs); !status.ok()) return Refuse(store.folder() + ": " + status.reason());
   std::string text;
   for (const UndoableRun& run : runs) {
+    if (!run.reading.ok()) {
+      text += std::to_string(run.number) + "  " + run.reading.reason() + "\n";
+      continue;
+    }
     text +=
         RunText(run) + "  (" + FilesText(CountFiles(run.journal)) + (run.goes_on ? ", goes on" : "") + ")\n";
   }
@@ -47,6 +51,7 @@ std::string PlanText(const UndoPlan& plan) {
   if (!plan.restored().empty()) text += "To be restored:\n";
   for (const std::string& path : plan.restored()) text += "  " + OneLine(path) + "\n";
   if (!plan.left_alone().empty()) text += "Changed since, left alone:\n" + LeftText(plan.left_alone());
+  if (!plan.unread().empty()) text += "Could not be read, left alone:\n" + LeftText(plan.unread());
   return text;
 }
 
@@ -94,7 +99,7 @@ int Undo(const UndoStore& store, const UndoWish& wish) {
     return Refuse("run " + std::to_string(number) + ": " + status.reason());
   }
   if (const int written = WriteToUser(PlanText(plan)); written != kExitGood) return written;
-  if (plan.restored().empty()) return kExitFindings;
+  if (plan.restored().empty()) return plan.unread().empty() ? kExitFindings : kExitFailure;
   if (!wish.unasked && !AskWhetherToRestore()) return kExitStopped;
   if (!wish.keeps_undo) return Perform(plan, files);
   UndoableFiles undoable(files, store, plan.Description(), EndForWantOfUndo);

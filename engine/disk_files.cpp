@@ -80,7 +80,7 @@ FileStamp FolderStamp(int folder) {
 
 Status CheckKind(const struct stat& info) {
   if (S_ISDIR(info.st_mode)) return Status::System(EISDIR);
-  return S_ISREG(info.st_mode) ? Status() : Status::Failure("Not a regular file");
+  return S_ISREG(info.st_mode) ? Status() : Status::Failure(kNoRegularFile);
 }
 
 // Reads until the end, also where the file grows meanwhile. A read that brings less than was asked for, up

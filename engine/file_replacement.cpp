@@ -51,7 +51,7 @@ Status CheckUnchanged(const Place& place, const FileStamp& stamp) {
   if (fstatat(place.folder, place.name.c_str(), &info, AT_SYMLINK_NOFOLLOW) != 0) {
     return Status::System(errno);
   }
-  if (!S_ISREG(info.st_mode)) return Status::Failure("Not a regular file");
+  if (!S_ISREG(info.st_mode)) return Status::Failure(kNoRegularFile);
   return StampOf(info) == stamp ? Status() : FileWasChanged();
 }
 

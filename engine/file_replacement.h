@@ -11,6 +11,9 @@
 
 namespace tessaril {
 
+/// Why what is no file, as a pipe, is not read or written.
+inline constexpr const char* kNoRegularFile = "Not a regular file";
+
 FileStamp StampOf(const struct stat& info);
 
 /// The failure of a change of a file that is no longer the one that was read.

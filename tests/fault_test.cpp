@@ -354,6 +354,14 @@ TEST(Faults, OneSystemCallFails) {
 }
 
 // The disk is gone, full, or no longer to be written, from some moment on.
+// How many system calls a run makes in which none fails.
+int CallsOf(const WritingRun& what) {
+  int calls = 0;
+  FaultyRun run(what);
+  run.Go([&](std::string_view, int number) { return calls = number, SystemFaults::kNone; });
+  return calls;
+}
+
 TEST(Faults, AllFailsFromSomeCallOn) {
   ProgramEntities();
   struct Row {
@@ -376,7 +384,8 @@ TEST(Faults, AllFailsFromSomeCallOn) {
   int kept_copies = 0;
   for (const WritingRun& what : AllWritingRuns()) {
     for (const Row& row : rows) {
-      for (int from = 1, all_calls = from; from <= all_calls; from += step) {
+      int all_calls = CallsOf(what);
+      for (int from = 1; from <= all_calls; from += step) {
         std::string failed;
         FaultyRun run(what);
         run.Go([&](std::string_view call, int number) {
@@ -399,6 +408,48 @@ TEST(Faults, AllFailsFromSomeCallOn) {
     }
   }
   EXPECT_GT(kept_copies, 0);
+}
+
+// A journal that cannot be cut back is given up: no second one parts the run in two.
+TEST(Faults, TheJournalCannotBeCutBack) {
+  ProgramEntities();
+  for (const WritingRun& what : AllWritingRuns()) {
+    if (what.function != Function::kReplace) continue;
+    const int all_calls = CallsOf(what);
+    for (int nth = 1; nth <= all_calls; nth += IsLongForm() ? 1 : 7) {
+      FaultyRun run(what);
+      run.Go([&](std::string_view call, int number) {
+        return call == "ftruncate" || number == nth ? EIO : SystemFaults::kNone;
+      });
+      run.CheckAlways();
+      run.CheckUndo();
+      EXPECT_TRUE(run.wrong.empty()) << Report(run, what, "call " + std::to_string(nth));
+      if (testing::Test::HasFailure()) return;
+    }
+  }
+}
+
+// What an undo needs is on the disk before the new page is begun, and that before it takes the old one's
+// place.
+TEST(Faults, FlushesInOrder) {
+  ProgramEntities();
+  for (const WritingRun& what : AllWritingRuns()) {
+    std::vector<std::string> calls;
+    FaultyRun run(what);
+    run.Go([&](std::string_view call, int) {
+      if (call == "write" || call == "fsync" || call == "openat to create" || call.starts_with("renameat"))
+        calls.emplace_back(call);
+      return SystemFaults::kNone;
+    });
+    int pages = 0;
+    for (std::size_t i = 2; i < calls.size(); ++i) {
+      const bool is_create = calls[i] == "openat to create";
+      EXPECT_TRUE(!calls[i].starts_with("renameat") || calls[i - 1] == "fsync") << what.name << i;
+      EXPECT_TRUE(!is_create || calls[i - 1] != "write") << what.name << i;
+      pages += is_create && calls[i - 2] == "write";
+    }
+    EXPECT_GT(pages, 0) << what.name;
+  }
 }
 
 // The same at the door, whatever lies behind it.
@@ -440,8 +491,8 @@ TEST(Faults, AnUndoFails) {
     const int step = IsLongForm() ? 1 : 61;
     int offset = 0;
     for (const int error : {EIO, ENOSPC, SystemFaults::kShort}) {
-      int all_calls = 1;
-      for (int nth = 1 + offset++ * 23 % step; nth <= all_calls; nth += step) {
+      int nth = 1 + offset++ * 23 % step;
+      for (int all_calls = nth; nth <= all_calls; nth += step) {
         std::string failed;
         FaultyRun run(what);
         run.Go([](std::string_view, int) { return SystemFaults::kNone; });

@@ -1,5 +1,6 @@
 // What runs change can be taken back, to the byte, and nothing else is touched by that.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -197,6 +198,9 @@ TEST_F(UndoTest, TakesNoRenameBackOverAnotherFile) {
   ASSERT_EQ(UndoLast().left_alone.size(), 1U);
   EXPECT_EQ(LastRun().left_alone()[0].reason, "There is a file again that has its old name");
   EXPECT_EQ(Site(), site);
+  fs::remove(Page("a.htm"));
+  ASSERT_EQ(LastRun().left_alone().size(), 1U);  // the other one is not the file that was renamed
+  EXPECT_EQ(LastRun().left_alone()[0].path, Page("a.htm"));
 }
 
 TEST_F(UndoTest, AsksOnceWhetherToGoOnWithout) {
@@ -258,6 +262,31 @@ TEST_F(UndoTest, KeepsTheLastRuns) {
   enlarge(25, 600'000'000);
   store.Prune();
   EXPECT_EQ(Numbers(), std::vector<unsigned>{25});
+  // Runs that were killed before they had begun their journal count for nothing, not even as the newest.
+  for (unsigned number = 26; number <= 50; ++number) {
+    if (number % 2 == 0) scratch.Write("user/undo/" + std::to_string(number) + "/journal", "");
+    fs::create_directories(store.folder() + "/" + std::to_string(number));
+  }
+  store.Prune();
+  EXPECT_EQ(Numbers(), std::vector<unsigned>{25});
+  EXPECT_FALSE(fs::exists(store.folder() + "/49") || fs::exists(store.folder() + "/50"));
+}
+
+TEST_F(UndoTest, TellsOfFoldersThatAreNotFlushed) {
+  for (const char* name : {"site/a.htm", "site/sub/b.htm", "site/c.htm"}) scratch.Write(name, "old");
+  InRun([&](Files& files) {
+    for (const char* name : {"a.htm", "sub/b.htm", "c.htm"})
+      EXPECT_TRUE(Replace(files, Page(name), "new").ok());
+  });
+  DiskFiles disk;
+  WatchedFiles files(disk);
+  files.before = [&](std::string_view call, const std::string& path) {
+    return call == "FlushFolder" && path == Page("sub") ? Status::Failure("no flush") : Status();
+  };
+  const UndoEnd end = LastRun().Perform(files, [] { return false; });
+  EXPECT_EQ(end.restored.size(), 3U);
+  ASSERT_EQ(end.failed.size(), 1U);
+  EXPECT_EQ(end.failed[0].path + ": " + end.failed[0].reason, Page("sub") + ": no flush");
 }
 
 // Whatever becomes of the journal, a page is restored to what it was, or stays.
@@ -347,8 +376,29 @@ TEST_F(TslUndo, RestoresAndTells) {
   end = Run({"undo", "99"});
   EXPECT_EQ(end.status, 2);
   EXPECT_EQ(end.err, "tsl: run 99: There is no such run\n");
-  for (const char* wrong : {"0", "-1", "1x", "99999999999"})
+  for (const char* wrong : {"", "0", "-1", "1x", "99999999999"})
     EXPECT_EQ(Run({"undo", wrong, "--yes"}).status, 2) << wrong;
+}
+
+TEST_F(TslUndo, TellsWhatCannotBeReadAndTakesNoOtherRunForIt) {
+  for (const char* name : {"site/a.htm", "site/b.htm"}) scratch.Write(name, "hit");
+  EXPECT_EQ(Run({"replace", "hit", "new", folder, "--yes"}).status, 0);
+  const std::string b = scratch / "site/b.htm";
+  fs::remove(b);
+  fs::create_symlink("/proc/self/mem", b);
+  const ProgramEnd end = Run({"undo", "--yes"});
+  EXPECT_EQ(end.status, 2);
+  EXPECT_EQ(end.err, "tsl: " + b + ": Input/output error\n");
+  EXPECT_NE(end.out.find("Could not be read, left alone:\n  " + b), std::string::npos) << end.out;
+  EXPECT_EQ(scratch.Read("site/a.htm"), "hit");
+  EXPECT_EQ(Run({"undo", "1", "--yes"}).status, 2);  // nothing else is left to restore
+  EXPECT_EQ(Run({"replace", "hit", "new", scratch / "site/a.htm", "--yes"}).status, 0);
+  const std::string journal = scratch / "user/tessaril/undo/3/journal";
+  fs::remove(journal);
+  fs::create_directory(journal);
+  EXPECT_EQ(Run({"undo", "--yes"}).err, "tsl: run 3: Is a directory\n");
+  EXPECT_TRUE(Run({"undo", "--list"}).out.starts_with("3  Is a directory\n2  "));
+  EXPECT_EQ(scratch.Read("site/a.htm"), "new");
 }
 
 TEST_F(TslUndo, ChangesNothingWhereNoUndoCanBeKept) {
@@ -369,6 +419,15 @@ TEST_F(TslUndo, ChangesNothingWhereNoUndoCanBeKept) {
     EXPECT_EQ(end.out, "");
   }
   EXPECT_EQ(Run({"replace", "hit", "new", folder, "--yes", "--no-undo"}).status, 0);
+  EXPECT_EQ(scratch.Read("site/a.htm").substr(0, 3), "new");
+  fs::remove(scratch / "user/tessaril");
+  const ProgramEnd end = RunTsl({"replace", "new", "hit", folder, "--yes"}, [this] {
+    setenv("XDG_DATA_HOME", (scratch / "user").c_str(), 1);
+    const rlimit nothing{0, 0};
+    setrlimit(RLIMIT_FSIZE, &nothing);
+  });
+  EXPECT_EQ(end.status, 2);
+  EXPECT_NE(end.err.find("undo: File too large"), std::string::npos) << end.err;
   EXPECT_EQ(scratch.Read("site/a.htm").substr(0, 3), "new");
 }
 

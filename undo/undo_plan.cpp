@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <initializer_list>
 #include <map>
 #include <new>
 #include <set>
@@ -19,6 +20,20 @@ using Kind = JournalChange::Kind;
 // A file that could not be read when it was renamed has no mark; any content will do.
 bool Fits(const ContentMark& wanted, const ContentMark& mark) {
   return wanted == ContentMark() || wanted == mark;
+}
+
+bool Is(const Status& status, std::initializer_list<int> errors) {
+  return std::ranges::any_of(errors,
+                             [&](int error) { return status.reason() == Status::System(error).reason(); });
+}
+
+bool IsGone(const Status& status) {
+  return Is(status, {ENOENT, ENOTDIR});
+}
+
+// Whether something else than the file is there now, as opposed to one that cannot be read.
+bool IsNoFileAnyMore(const Status& status) {
+  return IsGone(status) || Is(status, {EISDIR, ELOOP}) || status.reason() == kNoRegularFile;
 }
 
 // Paths, each once, in the order in which they came.
@@ -65,6 +80,7 @@ class UndoPlan::Maker {
     plan_.restored_ = restored_.Take();
     std::ranges::reverse(plan_.restored_);  // as the run went
     std::ranges::reverse(plan_.left_alone_);
+    std::ranges::reverse(plan_.unread_);
   }
 
  private:
@@ -80,11 +96,11 @@ class UndoPlan::Maker {
     return known->second;
   }
 
-  // A file that has its old name, and not the new one, was undone already.
+  // A file that has its old name, and not the new one, was undone already; another one is not that file.
   void LookWhetherItIsBack(const JournalChange& rename) {
-    const bool is_back =
-        !ContentOf(rename.new_path).status.ok() && ContentOf(PlaceOf(rename.path)).status.ok();
-    if (is_back) back_[rename.new_path] = rename.path;
+    if (!IsGone(ContentOf(rename.new_path).status)) return;
+    const Content& old = ContentOf(PlaceOf(rename.path));
+    if (old.status.ok() && Fits(rename.old, old.mark)) back_[rename.new_path] = rename.path;
   }
 
   // Where a file is that had this path at some time of the run.
@@ -98,10 +114,16 @@ class UndoPlan::Maker {
     if (told_.Add(path)) plan_.left_alone_.push_back({path, reason});
   }
 
+  // A file in whose place there is nothing that could be read.
+  void LeaveAlone(const std::string& path, const Status& status) {
+    if (IsNoFileAnyMore(status)) return LeaveAlone(path, status.reason());
+    if (told_.Add(path)) plan_.unread_.push_back({path, status.reason()});
+  }
+
   void AddPage(const JournalChange& change) {
     const std::string& path = PlaceOf(change.path);
     Content& content = ContentOf(path);
-    if (!content.status.ok()) return LeaveAlone(path, content.status.reason());
+    if (!content.status.ok()) return LeaveAlone(path, content.status);
     if (content.mark == change.old) return;  // the run did not get that far, or it was undone already
     if (std::find(change.left.begin(), change.left.end(), content.mark) == change.left.end()) {
       return LeaveAlone(path, "It was changed since");
@@ -116,17 +138,17 @@ class UndoPlan::Maker {
     const std::string& path = PlaceOf(change.new_path);
     Content& now = ContentOf(path);
     Content& before = ContentOf(change.path);
-    Status obstacle = now.status;
+    std::string obstacle;
     if (path != change.new_path) {
-      obstacle = Status::Failure("It has another name");
-    } else if (obstacle.ok() && before.status.ok()) {
-      obstacle = Status::Failure("There is a file again that has its old name");
-    } else if (obstacle.ok() && !Fits(change.old, now.mark)) {
-      obstacle = Status::Failure("It was changed since");
+      obstacle = "It has another name";
+    } else if (now.status.ok() && !IsGone(before.status)) {
+      obstacle = "There is a file again that has its old name";
+    } else if (now.status.ok() && !Fits(change.old, now.mark)) {
+      obstacle = "It was changed since";
     }
-    if (!obstacle.ok()) {
+    if (!obstacle.empty() || !now.status.ok()) {
       moved_[change.path] = path;
-      return LeaveAlone(path, obstacle.reason());
+      return obstacle.empty() ? LeaveAlone(path, now.status) : LeaveAlone(path, obstacle);
     }
     plan_.steps_.push_back({&change, path, now.mark});
     before = std::exchange(now, {{}, Status::System(ENOENT)});
@@ -152,34 +174,40 @@ Status UndoPlan::Make(const UndoStore& store, unsigned number, Files& files) {
 UndoEnd UndoPlan::Perform(Files& files, const std::function<bool()>& stop) const {
   UndoEnd end;
   end.left_alone = left_alone_;
+  end.failed = unread_;
   Paths restored, failed;
+  const auto note = [&](const std::string& path, const Status& status) {
+    if (!status.ok() && failed.Add(path)) end.failed.push_back({path, status.reason()});
+  };
   ByteBuffer memory;
   for (const Step& step : steps_) {
     end.stopped = stop();
     if (end.stopped) break;
     Status status;
     try {
+      // So that a folder is flushed once for all its files.
+      if (const std::string folder(FolderOf(step.path)); folder != files.CurrentFolder()) {
+        note(files.CurrentFolder(), files.FlushFolder());
+        (void)files.EnterFolder(folder);  // where that fails, so does what comes now
+      }
       status = TakeBack(step, files, memory);
     } catch (const std::bad_alloc&) {
       status = Status::System(ENOMEM);
     }
-    if (!status.ok()) {
-      if (failed.Add(step.path)) end.failed.push_back({step.path, status.reason()});
-    } else if (step.change->kind == Kind::kRename) {
+    note(step.path, status);
+    if (!status.ok()) continue;
+    if (step.change->kind == Kind::kRename) {
       restored.Rename(step.path, step.change->path);
     } else {
       restored.Add(step.path);
     }
   }
   end.restored = restored.Take();
-  if (Status status = files.FlushFolder(); !status.ok()) {
-    end.failed.push_back({files.CurrentFolder(), status.reason()});
-  }
+  note(files.CurrentFolder(), files.FlushFolder());
   return end;
 }
 
 Status UndoPlan::TakeBack(const Step& step, Files& files, ByteBuffer& memory) const {
-  (void)files.EnterFolder(std::string(FolderOf(step.path)));  // so that it is flushed once for all its files
   FileStamp stamp;
   ContentMark mark;
   if (Status status = MarkFile(files, step.path, memory, stamp, mark); !status.ok()) return status;

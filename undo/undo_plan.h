@@ -22,7 +22,8 @@ struct FileLeft {
 struct UndoEnd {
   std::vector<std::string> restored;  // paths that the files have now
   std::vector<FileLeft> left_alone;   // not as the run left them any more
-  std::vector<FileLeft> failed;       // could not be read or written; they are as they were
+  std::vector<FileLeft>
+      failed;  // could not be read or written, and are as they were; folders that could not be flushed
   bool stopped = false;
 };
 
@@ -39,6 +40,8 @@ class UndoPlan {
   const std::vector<std::string>& restored() const { return restored_; }
   /// The files that were changed since the run, and what is seen of that.
   const std::vector<FileLeft>& left_alone() const { return left_alone_; }
+  /// The files that could not be read, and are left alone, too.
+  const std::vector<FileLeft>& unread() const { return unread_; }
 
   /// Restores what still is as it was when the plan was made. `stop` is asked before each change.
   UndoEnd Perform(Files& files, const std::function<bool()>& stop) const;
@@ -62,6 +65,7 @@ class UndoPlan {
   std::vector<Step> steps_;
   std::vector<std::string> restored_;
   std::vector<FileLeft> left_alone_;
+  std::vector<FileLeft> unread_;
 };
 
 }  // namespace tessaril

@@ -42,6 +42,12 @@ bool IsLocked(int file) {
   return false;
 }
 
+// Of a run that ended before it had begun its journal.
+bool IsBlank(const std::string& journal) {
+  struct stat info {};
+  return stat(journal.c_str(), &info) == 0 ? info.st_size == 0 : errno == ENOENT;
+}
+
 }  // namespace
 
 std::string UndoStore::PathOf(unsigned number) const {
@@ -92,9 +98,12 @@ Status UndoStore::Begin(std::string_view what, unsigned& number, JournalWriter& 
   return status;
 }
 
+std::string UndoStore::JournalOf(unsigned number) const {
+  return JoinPath(PathOf(number), kJournalName);
+}
+
 Status UndoStore::Open(unsigned number, UndoableRun& run, FileHandle& file) const {
-  const std::string path = JoinPath(PathOf(number), kJournalName);
-  file = FileHandle(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  file = FileHandle(open(JournalOf(number).c_str(), O_RDONLY | O_CLOEXEC));
   if (!file.is_open()) {
     return errno == ENOENT ? Status::Failure("There is no such run") : Status::System(errno);
   }
@@ -109,7 +118,10 @@ Status UndoStore::List(std::vector<UndoableRun>& runs) const {
   for (const unsigned number : numbers) {
     UndoableRun run;
     FileHandle file;
-    if (Open(number, run, file).ok() && !run.journal.changes.empty()) runs.push_back(std::move(run));
+    run.reading = Open(number, run, file);
+    const bool is_empty = run.reading.ok() ? run.journal.changes.empty() : IsBlank(JournalOf(number));
+    run.number = number;
+    if (!is_empty) runs.push_back(std::move(run));
   }
   return {};
 }
@@ -126,7 +138,8 @@ void UndoStore::Prune() const {
     const bool is_read = Open(number, run, file).ok();
     struct stat info {};
     if (file.is_open() && fstat(file.get(), &info) == 0) bytes += static_cast<std::uint64_t>(info.st_size);
-    const bool is_empty = is_read && run.journal.changes.empty();  // what cannot be read now may be later
+    // What cannot be read now may be later.
+    const bool is_empty = is_read ? run.journal.changes.empty() : IsBlank(JournalOf(number));
     if (!is_empty) ++runs;
     const bool too_much = runs > kMostRuns || (runs > 1 && bytes > kMostBytes);
     if (!run.goes_on && (is_empty || too_much)) Remove(number);
@@ -134,7 +147,7 @@ void UndoStore::Prune() const {
 }
 
 void UndoStore::Remove(unsigned number) const {
-  unlink(JoinPath(PathOf(number), kJournalName).c_str());
+  unlink(JournalOf(number).c_str());
   rmdir(PathOf(number).c_str());
 }
 

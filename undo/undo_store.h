@@ -18,6 +18,7 @@ struct UndoableRun {
   unsigned number = 0;
   Journal journal;
   bool goes_on = false;  // a program is still at it
+  Status reading;        // why its journal cannot be read
 };
 
 /// What was changed by the last runs: a folder with one folder a run, named by its number, with its journal.
@@ -35,7 +36,7 @@ class UndoStore {
   /// Begins a run with the next number.
   Status Begin(std::string_view what, unsigned& number, JournalWriter& journal) const;
 
-  /// The runs that have changed something, the newest first. A journal that cannot be read is passed over.
+  /// The runs that have changed something, the newest first. One whose journal cannot be read may have, too.
   Status List(std::vector<UndoableRun>& runs) const;
 
   /// Reads one run and leaves its journal open in `file`.
@@ -47,6 +48,7 @@ class UndoStore {
 
  private:
   std::string PathOf(unsigned number) const;
+  std::string JournalOf(unsigned number) const;
   Status Numbers(std::vector<unsigned>& numbers) const;
   FileHandle Lock() const;
   void Remove(unsigned number) const;

@@ -21,7 +21,7 @@ UndoableFiles::UndoableFiles(Files& files, const UndoStore& store, std::string w
     : files_(files), store_(store), what_(std::move(what)), go_on_without_(std::move(go_on_without)) {}
 
 UndoableFiles::~UndoableFiles() {
-  if (!journal_.is_open()) return;
+  if (!begun_) return;
   journal_ = {};  // gives its lock up
   try {
     store_.Prune();
@@ -31,9 +31,12 @@ UndoableFiles::~UndoableFiles() {
 
 Status UndoableFiles::Begin() {
   if (journal_.is_open()) return {};
+  // A journal that was given up keeps what it holds; a second one would part the run in two.
+  if (begun_) return Status::Failure(store_.folder() + ": The journal cannot be written any more");
   unsigned number = 0;
   Status status = store_.Begin(what_, number, journal_);
-  return status.ok() ? status : Status::Failure(store_.folder() + ": " + status.reason());
+  begun_ = status.ok();
+  return begun_ ? status : Status::Failure(store_.folder() + ": " + status.reason());
 }
 
 // Has something noted in the journal. Where that fails the user decides.

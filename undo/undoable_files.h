@@ -77,6 +77,7 @@ class UndoableFiles : public Files {
   GoOnWithout go_on_without_;
   JournalWriter journal_;
   std::map<Identity, KnownPage> pages_;
+  bool begun_ = false;    // the journal
   bool without_ = false;  // the user goes on without undo
   Status refused_;        // why nothing is changed any more
   ByteBuffer memory_;

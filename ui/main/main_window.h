@@ -122,6 +122,7 @@ class MainWindow : public QWidget, private RunStage {
   void PlaceBtn();
   RunEnd Run();
   bool GoOnWithoutUndo(const std::string& reason);
+  void AskAndUndo();
   void Undo(const UndoPlan& plan, Files& files);
   RunOptions TakeOptions() const;
   void EnterAnew();

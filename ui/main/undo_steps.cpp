@@ -2,6 +2,8 @@
 
 #include <QProgressDialog>
 #include <algorithm>
+#include <cerrno>
+#include <new>
 
 #include "ui/main/main_window.h"
 #include "ui/shared/message_boxes.h"
@@ -18,10 +20,17 @@ std::string FilesText(std::size_t count) {
   return std::to_string(count) + (count == 1 ? " file" : " files");
 }
 
+// The window parts lines at their ends, and a path or text may hold some.
+std::string OneLine(std::string text) {
+  std::ranges::replace_if(
+      text, [](char c) { return c == '\r' || c == '\n'; }, ' ');
+  return text;
+}
+
 // The first `most` files, a line each, and how many more there are.
 std::string Lines(const std::vector<std::string>& files, std::size_t most) {
   std::string text;
-  for (std::size_t i = 0; i < files.size() && i < most; ++i) text += files[i] + "\r\n";
+  for (std::size_t i = 0; i < files.size() && i < most; ++i) text += OneLine(files[i]) + "\r\n";
   if (files.size() > most) text += "and " + std::to_string(files.size() - most) + " more\r\n";
   return text;
 }
@@ -35,7 +44,7 @@ std::string Lines(const std::vector<FileLeft>& files, std::size_t most) {
 // With so many files of each kind.
 std::string PlanText(const UndoPlan& plan, std::size_t most) {
   const Journal& journal = plan.run().journal;
-  std::string text = DateOf(journal) + "\r\n" + journal.what + "\r\n\r\n";
+  std::string text = DateOf(journal) + "\r\n" + OneLine(journal.what) + "\r\n\r\n";
   if (plan.restored().empty()) {
     text += "Nothing to restore.\r\n";
   } else {
@@ -43,6 +52,9 @@ std::string PlanText(const UndoPlan& plan, std::size_t most) {
   }
   if (!plan.left_alone().empty()) {
     text += "\r\nChanged since, left alone:\r\n" + Lines(plan.left_alone(), most);
+  }
+  if (!plan.unread().empty()) {
+    text += "\r\nCould not be read, left alone:\r\n" + Lines(plan.unread(), most);
   }
   text.resize(text.size() - 2);
   return text;
@@ -58,6 +70,14 @@ std::string EndText(const UndoEnd& end) {
 }  // namespace
 
 void MainWindow::UndoLastRun() {
+  try {
+    AskAndUndo();
+  } catch (const std::bad_alloc&) {
+    Tell(this, "Can't undo: " + Status::System(ENOMEM).reason());
+  }
+}
+
+void MainWindow::AskAndUndo() {
   std::vector<UndoableRun> runs;
   if (const Status listed = session_.undo.List(runs); !listed.ok()) {
     return Tell(this, session_.undo.folder() + ": " + listed.reason());
@@ -66,11 +86,12 @@ void MainWindow::UndoLastRun() {
   DiskFiles files;
   UndoPlan plan;
   if (const Status made = plan.Make(session_.undo, runs.front().number, files); !made.ok()) {
-    return Tell(this, "Can't undo: " + made.reason());
+    return Tell(this, "Can't undo run " + std::to_string(runs.front().number) + ": " + made.reason());
   }
   if (plan.restored().empty()) return Tell(this, PlanText(plan, kFilesTold));
   std::string text = PlanText(plan, kFilesTold);
-  std::string all = PlanText(plan, std::max(plan.restored().size(), plan.left_alone().size()));
+  std::string all =
+      PlanText(plan, std::max({plan.restored().size(), plan.left_alone().size(), plan.unread().size()}));
   if (all == text) all.clear();
   if (AskOkCancel(this, "Undo this run?\r\n" + text, all)) Undo(plan, files);
 }
