@@ -20,8 +20,7 @@ constexpr std::string_view kPathMeaning =
 constexpr std::string_view kUndoFolder = "$XDG_DATA_HOME/tessaril/undo, else ~/.local/share/tessaril/undo";
 constexpr std::string_view kUndoFolderMeaning =
     "What the last 20 runs changed, in at most 500 MB (the last one whatever its size), with one folder a "
-    "run. "
-    "A run of which nothing can be kept there changes nothing.";
+    "run. A run of which nothing can be kept there changes nothing.";
 
 constexpr std::string_view kSiteFileMeaning =
     "In the folder that is searched or the nearest above it: by which rules the links and entities of the "

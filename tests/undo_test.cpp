@@ -188,6 +188,27 @@ TEST_F(UndoTest, LeavesAloneWhatIsNotAsTheRunLeftIt) {
   }
 }
 
+TEST_F(UndoTest, FollowsNoFolderThatIsMoved) {
+  for (const char* name : {"site/sub/a.htm", "site/sub/b.htm"}) scratch.Write(name, "old");
+  InRun([&](Files& files) {
+    for (const char* name : {"sub/a.htm", "sub/b.htm"}) EXPECT_TRUE(Replace(files, Page(name), "new").ok());
+  });
+  const UndoPlan plan = LastRun();
+  DiskFiles disk;
+  int changes = 0;
+  const UndoEnd end = plan.Perform(disk, [&] {
+    if (++changes == 2) {
+      fs::rename(Page("sub"), Page("moved"));
+      fs::create_directory(Page("sub"));
+    }
+    return false;
+  });
+  EXPECT_EQ(end.restored, std::vector<std::string>{Page("sub/b.htm")});
+  ASSERT_EQ(end.failed.size(), 1U);
+  EXPECT_EQ(end.failed[0].path, Page("sub/a.htm"));
+  EXPECT_EQ(scratch.Read("site/moved/a.htm"), "new");
+}
+
 TEST_F(UndoTest, TakesNoRenameBackOverAnotherFile) {
   scratch.Write("site/A.htm", "text");
   InRun([&](Files& files) { EXPECT_TRUE(files.Rename(scratch / "site", "A.htm", "a.htm").ok()); });

@@ -186,10 +186,13 @@ UndoEnd UndoPlan::Perform(Files& files, const std::function<bool()>& stop) const
     Status status;
     try {
       // So that a folder is flushed once for all its files.
-      if (const std::string folder(FolderOf(step.path)); folder != files.CurrentFolder()) {
-        note(files.CurrentFolder(), files.FlushFolder());
-        (void)files.EnterFolder(folder);  // where that fails, so does what comes now
-      }
+      const std::string folder(FolderOf(step.path));
+      const bool is_current = folder == files.CurrentFolder();
+      if (!is_current) note(files.CurrentFolder(), files.FlushFolder());
+      // The current one is entered again if it was moved. Where another cannot be entered, its file fails,
+      // too.
+      const Status entered = files.EnterFolder(folder);
+      if (is_current) note(folder, entered);
       status = TakeBack(step, files, memory);
     } catch (const std::bad_alloc&) {
       status = Status::System(ENOMEM);
