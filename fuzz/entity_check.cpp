@@ -91,6 +91,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   WatchingHost host(answers, options, state);
   host.wants_findings = page.size() % 2 == 1;
   (void)Check(page, host, host.files, options, state);
+  host.LookAtPage();
 
   RunState kept;
   MemoryFiles files;

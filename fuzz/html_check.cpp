@@ -96,6 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   RunContext run{host.files, host, options, state, entities, {}, std::move(memory)};
   CheckPages(host.files, state.StopRequested, [&](std::string& path) { (void)CheckHTML(path, run); });
   memory = std::move(run.page_bytes);
+  host.LookAtPage();
   if (options.function == Function::kExternal) RequireSameContents(host.files.contents, pages);
 
   if (AreEightBit(pages)) {

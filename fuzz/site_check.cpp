@@ -30,6 +30,7 @@ RunResult Run(const Contents& contents, const RunOptions& options, const std::st
   host.files.contents = contents;
   (void)SearchRun(host.files, host, entities, options, state);
   Require(host.failures.empty(), "a page cannot be checked");
+  host.LookAtPage();
   if (!options.ShowEach && !options.AcceptCertain) {
     Require(host.proposals.empty(), "somebody is asked in a run that only reports");
     Require(host.files.writes.empty(), "a run that only reports writes");

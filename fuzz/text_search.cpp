@@ -47,6 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   RunContext run{host.files, host, options, state, entities, {}, std::move(memory)};
   Require(Erstat(sought, replacement, "/p.htm", run).ok(), "the page cannot be searched");
   memory = std::move(run.page_bytes);
+  host.LookAtPage();
   const std::string& changed = host.files.contents["/p.htm"];
   if (!replacing) {
     Require(host.files.writes.empty(), "a search writes");

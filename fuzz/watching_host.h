@@ -54,8 +54,8 @@ class AnsweringHost : public ScriptHost {
   Input answers_;
 };
 
-/// The same, watching the run: its report only grows, each page is changed as the accepted answers say, and
-/// no page without one. `Files` is what the run must be given.
+/// The same, watching the run: its report only grows, each page is changed as all accepted answers say, and
+/// no page without one. `Files` is what the run must be given; `LookAtPage` is for after the last page.
 class WatchingHost : public AnsweringHost {
  public:
   WatchingHost(std::string bytes, const RunOptions& options, const RunState& state)
@@ -96,8 +96,16 @@ class WatchingHost : public AnsweringHost {
     LookAtReport();
     return may_rename_ = AnsweringHost::Ask(question);
   }
+  void LookAtPage() const {
+    const auto page = files.contents.find(path_);
+    if (!accepted_ || page_.empty() || page == files.contents.end()) return;
+    Require(page_.contains(page->second), "accepted changes are not written: " + path_);
+  }
   void CountFile(const std::string& path) override {
     LookAtReport();
+    LookAtPage();
+    path_ = path;
+    accepted_ = false;
     const auto page = files.contents.find(path);
     page_ = {page == files.contents.end() ? "" : page->second};
     is_utf8_ = DetectEncoding(*page_.begin()) == PageEncoding::kUtf8 && IsUtf8(*page_.begin());
@@ -197,6 +205,7 @@ class WatchingHost : public AnsweringHost {
   const RunOptions& options_;
   const RunState& state_;
   std::set<std::string> page_;  // what the page in hand may hold; empty when that is not known
+  std::string path_;            // of that page
   std::string report_;
   std::string found_;
   bool report_ends_ = false;
