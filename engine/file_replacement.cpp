@@ -46,13 +46,21 @@ Status FollowLinks(Place& place) {
   return Status::System(ELOOP);
 }
 
-Status CheckUnchanged(const Place& place, const FileStamp& stamp) {
-  struct stat info {};
+Status CheckUnchanged(const Place& place, const FileStamp& stamp, struct stat& info) {
   if (fstatat(place.folder, place.name.c_str(), &info, AT_SYMLINK_NOFOLLOW) != 0) {
     return Status::System(errno);
   }
   if (!S_ISREG(info.st_mode)) return Status::Failure(kNoRegularFile);
   return StampOf(info) == stamp ? Status() : FileWasChanged();
+}
+
+// Also when only its permissions, owner, attributes or number of names were changed since it was examined.
+Status CheckUntouched(const Place& place, const FileStamp& stamp, const struct stat& before) {
+  struct stat now {};
+  if (Status status = CheckUnchanged(place, stamp, now); !status.ok()) return status;
+  const bool same =
+      now.st_ctim.tv_sec == before.st_ctim.tv_sec && now.st_ctim.tv_nsec == before.st_ctim.tv_nsec;
+  return same ? Status() : FileWasChanged();
 }
 
 // Keeps other runs of this program from the page while it is replaced; not waited for.
@@ -140,7 +148,7 @@ Status FillAndRename(TemporaryFile& temporary, const Place& place, int old_file,
   if (Status status = FlushFile(temporary.file()); !status.ok()) return status;
   struct stat new_info {};
   if (fstat(temporary.file(), &new_info) != 0) return Status::System(errno);
-  if (Status status = CheckUnchanged(place, stamp); !status.ok()) return status;
+  if (Status status = CheckUntouched(place, stamp, old_info); !status.ok()) return status;
   if (Status status = temporary.RenameTo(place.name); !status.ok()) return status;
   stamp = StampOf(new_info);
   return {};
@@ -199,12 +207,12 @@ Status CopyAndOverwrite(TemporaryFile& copy, const Place& place, int old_file, F
   if (!file.is_open()) return Status::System(errno);
   if (Status status = CopyContent(old_file, copy.file()); !status.ok()) return status;
   if (Status status = FlushFile(place.folder); !status.ok()) return status;
-  if (Status status = CheckUnchanged(place, stamp); !status.ok()) return status;
+  struct stat info {};
+  if (Status status = CheckUnchanged(place, stamp, info); !status.ok()) return status;
   if (Status status = OverwriteContent(file.get(), pieces); !status.ok()) {
     if (CopyContent(copy.file(), file.get()).ok()) return status;
     return Status::Failure(status.reason() + "; its old content is in " + copy.Keep());
   }
-  struct stat info {};
   if (fstat(file.get(), &info) == 0) stamp = StampOf(info);
   return {};
 }
@@ -237,12 +245,12 @@ Status ReplaceFile(int folder, const std::string& name, FileStamp& stamp,
                    std::span<const std::string_view> pieces, Status& afterwards) {
   Place place{folder, name, {}};
   if (Status status = FollowLinks(place); !status.ok()) return status;
-  if (Status status = CheckUnchanged(place, stamp); !status.ok()) return status;
+  struct stat info {};
+  if (Status status = CheckUnchanged(place, stamp, info); !status.ok()) return status;
   if (faccessat(place.folder, place.name.c_str(), W_OK, AT_EACCESS) != 0) return Status::System(errno);
   FileHandle old_file(
       openat(place.folder, place.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   if (!old_file.is_open()) return Status::System(errno);
-  struct stat info {};
   if (fstat(old_file.get(), &info) != 0) return Status::System(errno);
   if (Status status = CheckGivesAway(place.folder); !status.ok()) return status;
   if (Status status = Lock(old_file.get()); !status.ok()) return status;

@@ -15,11 +15,14 @@
 #include "engine/disk_files.h"
 #include "engine/search_run.h"
 #include "tests/support/long_form.h"
+#include "tests/support/other_user.h"
 #include "tests/support/program_entities.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/system_faults.h"
 #include "tests/support/watched_files.h"
 #include "tests/support/writing_runs.h"
+#include "undo/undo_plan.h"
+#include "undo/undoable_files.h"
 
 namespace tessaril {
 namespace {
@@ -28,6 +31,7 @@ namespace fs = std::filesystem;
 using Reasons = std::vector<std::string>;
 
 constexpr std::string_view kTheirs = "somebody's";
+constexpr mode_t kReadOnly = 0444;
 
 // Of the size that the page has, so that only its time and number tell that it is another.
 std::string Theirs(std::size_t size) {
@@ -42,6 +46,7 @@ struct Change {
   std::function<void(const std::string& path)> make;
   std::function<bool(const std::string& path)> stands;
   Reasons reasons;  // of a page that is not written
+  bool keeps_content = false;
 };
 
 bool HoldsTheirs(const std::string& path) {
@@ -106,12 +111,18 @@ std::vector<Change> AllChanges() {
        [=](const std::string& path) { link(path, "p.htm"); },
        [](const std::string& path) { return LeadsTo(path, "p.htm"); },
        {other, "Too many levels of symbolic links"}},
+      {"not to be written now",
+       [](const std::string& path) { chmod(path.c_str(), kReadOnly); },
+       [](const std::string& path) { return fs::status(path).permissions() == fs::perms(kReadOnly); },
+       {changed, "Permission denied"},
+       true},
   };
 }
 
 // A run over two pages of a site, whose first, or the file that it leads to, is changed at some moment.
 struct DisturbedRun {
-  explicit DisturbedRun(const WritingRun& writing) : what(writing) {
+  explicit DisturbedRun(const WritingRun& writing, bool can_be_undone)
+      : what(writing), has_undo(can_be_undone) {
     for (const char* name : {"p.htm", "q.htm"}) scratch.Write(name, std::string(kWritingPage));
     for (const char* name : {"good.htm", "sub/other.htm"}) scratch.Write(name, "");
     const timespec long_ago[2] = {{1000000000, 0}, {1000000000, 0}};
@@ -133,7 +144,16 @@ struct DisturbedRun {
       if (at_system) at_system(call, number);
       return SystemFaults::kNone;
     });
-    SearchRun(files, host, ProgramEntities(), options, state);
+    const auto go_on_without = [this](const std::string& reason) {
+      host.failures.push_back(reason);
+      return false;
+    };
+    if (has_undo) {
+      UndoableFiles undoable(files, store, "run", go_on_without);
+      SearchRun(undoable, host, ProgramEntities(), options, state);
+    } else {
+      SearchRun(files, host, ProgramEntities(), options, state);
+    }
     is_read = files.read.contains(path);
     is_written = files.written.contains(path);
   }
@@ -141,6 +161,7 @@ struct DisturbedRun {
   // What is wrong at the end.
   std::string Check(const Change& change, const std::string& whole) {
     if (!change.stands(path)) return "what somebody did is gone";
+    if (change.keeps_content && !IsOldOrNew(ContentOf(path), whole)) return "the page is neither old nor new";
     if (ContentOf(scratch / "q.htm") != whole) return "the other page is not as it should be";
     const bool is_told_changed = ChangesTold(state.Results)[path] > 0;
     if (is_told_changed && !is_written) return "tells of a change that was not made";
@@ -153,11 +174,33 @@ struct DisturbedRun {
       if (std::none_of(change.reasons.begin(), change.reasons.end(), is_it))
         return "wrong message: " + failure;
     }
-    return "";
+    return has_undo ? CheckUndo(change) : "";
+  }
+
+  // Checks of links write a page after each correction.
+  bool IsOldOrNew(const std::string& content, const std::string& whole) const {
+    const bool ended_early = what.function == Function::kLinks && is_written && !host.failures.empty();
+    return content == kWritingPage || content == whole || (ended_early && CountMarks(what, content) == 1);
+  }
+
+  std::string CheckUndo(const Change& change) const {
+    DiskFiles files;
+    UndoPlan plan;
+    if (!plan.Make(store, 1, files).ok()) return "cannot be undone";
+    const UndoEnd end = plan.Perform(files, [] { return false; });
+    if (!change.stands(path)) return "the undo takes what somebody did";
+    if (change.keeps_content && ContentOf(path) != kWritingPage) {
+      const bool is_told = end.failed.size() == 1 && end.failed[0].reason == "Permission denied";
+      if (!is_told) return "the page is not undone";
+    }
+    return ContentOf(scratch / "q.htm") == kWritingPage ? "" : "the other page is not undone";
   }
 
   const WritingRun& what;
+  const bool has_undo;
   ScratchFolder scratch;
+  ScratchFolder user;
+  const UndoStore store{user / "undo"};
   const std::string path = scratch / "p.htm";
   CorrectingHost host;
   RunState state;
@@ -168,60 +211,66 @@ struct DisturbedRun {
 };
 
 // Right before each system call of a run but the very rename, which nothing can be put in front of.
+void ChangeAtAnyMoment(const WritingRun& what, bool has_undo, int& started) {
+  const std::vector<Change> changes = AllChanges();
+  DisturbedRun whole(what, has_undo);
+  std::vector<std::string> calls;
+  whole.at_system = [&](std::string_view call, int) { calls.emplace_back(call); };
+  whole.Go();
+  const std::string new_content = ContentOf(whole.scratch / "q.htm");
+  ASSERT_GT(CountMarks(what, new_content), 0U) << what.name;
+  ASSERT_TRUE(whole.is_written && whole.host.failures.empty()) << what.name;
+  int refused_in_all = 0;
+  for (const Change& change : changes) {
+    int refused = 0;
+    ++started;
+    for (int nth = 1; nth <= static_cast<int>(calls.size()); ++nth) {
+      const int step = has_undo ? 37 : 13;
+      // Between its stamp and its content a page is found neither old nor new.
+      const bool is_torn = &change == &changes.front() && calls[static_cast<std::size_t>(nth - 1)] == "read";
+      if (!IsLongForm() && !is_torn && (nth + started) % step != 0) continue;
+      DisturbedRun run(what, has_undo);
+      std::string moment;
+      run.at_system = [&](std::string_view call, int number) {
+        if (number != nth || call == "renameat") return;
+        moment = call;
+        change.make(run.path);
+      };
+      run.Go();
+      if (moment.empty()) continue;
+      refused += !run.host.failures.empty();
+      EXPECT_EQ(run.Check(change, new_content), "")
+          << what.name << (has_undo ? " with undo, " : ", ") << change.name << " before " << moment << " ("
+          << nth << ")";
+      if (testing::Test::HasFailure()) return;
+    }
+    EXPECT_TRUE(refused > 0 || !IsLongForm()) << what.name << ", " << change.name;
+    refused_in_all += refused;
+  }
+  EXPECT_GT(refused_in_all, 0) << what.name;
+}
+
 TEST(Others, ChangeAPageAtAnyMoment) {
   ProgramEntities();
-  const std::vector<Change> changes = AllChanges();
+  const OtherUser user(true);
   int started = 0;
   for (const WritingRun& what : AllWritingRuns()) {
-    DisturbedRun whole(what);
-    std::vector<std::string> calls;
-    whole.at_system = [&](std::string_view call, int) { calls.emplace_back(call); };
-    whole.Go();
-    const std::string new_content = ContentOf(whole.scratch / "q.htm");
-    ASSERT_GT(CountMarks(what, new_content), 0U) << what.name;
-    ASSERT_TRUE(whole.is_written && whole.host.failures.empty()) << what.name;
-    int refused_in_all = 0;
-    for (const Change& change : changes) {
-      int refused = 0;
-      ++started;
-      for (int nth = 1; nth <= static_cast<int>(calls.size()); ++nth) {
-        constexpr int kStep = 13;
-        // Between its stamp and its content a page is found neither old nor new.
-        const bool is_torn =
-            &change == &changes.front() && calls[static_cast<std::size_t>(nth - 1)] == "read";
-        if (!IsLongForm() && !is_torn && (nth + started) % kStep != 0) continue;
-        DisturbedRun run(what);
-        std::string moment;
-        run.at_system = [&](std::string_view call, int number) {
-          if (number != nth || call == "renameat") return;
-          moment = call;
-          change.make(run.path);
-        };
-        run.Go();
-        if (moment.empty()) continue;
-        refused += !run.host.failures.empty();
-        EXPECT_EQ(run.Check(change, new_content), "")
-            << what.name << ", " << change.name << " before " << moment << " (" << nth << ")";
-        if (testing::Test::HasFailure()) return;
-      }
-      EXPECT_TRUE(refused > 0 || !IsLongForm()) << what.name << ", " << change.name;
-      refused_in_all += refused;
-    }
-    EXPECT_GT(refused_in_all, 0) << what.name;
+    for (const bool has_undo : {false, true}) ChangeAtAnyMoment(what, has_undo, started);
   }
 }
 
 // At the moments that last: a page is listed, read, put to the user.
 TEST(Others, ChangeAPageWhileTheUserThinks) {
   ProgramEntities();
+  const OtherUser user(true);
   for (const WritingRun& what : AllWritingRuns()) {
-    DisturbedRun whole(what);
+    DisturbedRun whole(what, false);
     whole.Go();
     const std::string new_content = ContentOf(whole.scratch / "q.htm");
     for (const Change& change : AllChanges()) {
       for (const bool while_asked : {false, true}) {
         if (while_asked && !what.asks && what.function != Function::kEntities) continue;
-        DisturbedRun run(what);
+        DisturbedRun run(what, true);
         bool made = false;
         const auto make = [&] {
           if (!std::exchange(made, true)) change.make(run.path);
