@@ -1,7 +1,6 @@
 #include "undo/journal_writer.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -14,6 +13,15 @@
 
 namespace tessaril {
 namespace {
+
+// The lock of a journal goes with the file's handle. Others can look at it without having it for a moment,
+// in which its writer would not get it.
+struct flock WholeFile() {
+  struct flock lock {};
+  lock.l_type = F_WRLCK;
+  lock.l_whence = SEEK_SET;
+  return lock;
+}
 
 // A text as one word of a line.
 std::string Word(std::string_view text) {
@@ -40,11 +48,17 @@ std::string Line(std::initializer_list<std::string_view> words) {
 
 }  // namespace
 
+bool IsJournalHeld(int file) {
+  struct flock lock = WholeFile();
+  return fcntl(file, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
 Status JournalWriter::Create(int folder, std::int64_t begun, std::string_view what) {
   FileHandle file(openat(folder, kJournalName, O_RDWR | O_APPEND | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
   if (!file.is_open()) return Status::System(errno);
   // Where locks are not known, no other run will be able to tell that this one goes on; it is the newest.
-  (void)flock(file.get(), LOCK_EX | LOCK_NB);
+  struct flock lock = WholeFile();
+  (void)fcntl(file.get(), F_OFD_SETLK, &lock);
   file_ = std::move(file);
   Status status =
       Note(Line({kJournalFirstLine}) + Line({"begun", std::to_string(begun)}) + Line({"what", Word(what)}));

@@ -13,6 +13,9 @@
 
 namespace tessaril {
 
+/// Whether the writer of an open journal is at it.
+bool IsJournalHeld(int file);
+
 /// Writes the journal of a run. What a call has noted is on the disk when it returns; a call that fails
 /// leaves the journal as it was, and the reason is what is wrong with the journal, not with the page.
 class JournalWriter {

@@ -22,24 +22,26 @@ namespace {
 
 constexpr const char* kLockName = "lock";
 
-// Creates a folder and those above it.
-Status MakeFolders(const std::string& folder) {
-  if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) return {};
-  if (errno != ENOENT || folder == "/") return Status::System(errno);
-  if (Status status = MakeFolders(std::string(FolderOf(folder))); !status.ok()) return status;
-  return mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST ? Status() : Status::System(errno);
-}
-
 Status OpenFolder(const std::string& path, FileHandle& folder) {
   folder = FileHandle(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   return folder.is_open() ? Status() : Status::System(errno);
 }
 
-// Whether the holder of a journal's lock is at it.
-bool IsLocked(int file) {
-  if (flock(file, LOCK_SH | LOCK_NB) != 0) return errno == EWOULDBLOCK;
-  flock(file, LOCK_UN);
-  return false;
+Status FlushFolder(const std::string& path) {
+  FileHandle folder;
+  Status status = OpenFolder(path, folder);
+  return status.ok() ? FlushFile(folder.get()) : status;
+}
+
+// Creates a folder and those above it; on the disk when it returns.
+Status MakeFolders(const std::string& folder) {
+  if (mkdir(folder.c_str(), 0700) != 0) {
+    if (errno == EEXIST) return {};
+    if (errno != ENOENT || folder == "/") return Status::System(errno);
+    if (Status status = MakeFolders(std::string(FolderOf(folder))); !status.ok()) return status;
+    if (mkdir(folder.c_str(), 0700) != 0) return errno == EEXIST ? Status() : Status::System(errno);
+  }
+  return FlushFolder(std::string(FolderOf(folder)));
 }
 
 // Of a run that ended before it had begun its journal.
@@ -88,12 +90,11 @@ Status UndoStore::Begin(std::string_view what, unsigned& number, JournalWriter& 
   if (Status status = Numbers(numbers); !status.ok()) return status;
   number = numbers.empty() ? 1 : numbers.front() + 1;
   if (mkdir(PathOf(number).c_str(), 0700) != 0) return Status::System(errno);
-  FileHandle store, folder;
+  FileHandle folder;
   Status status = OpenFolder(PathOf(number), folder);
   if (status.ok()) status = journal.Create(folder.get(), std::time(nullptr), what);
   if (status.ok()) status = FlushFile(folder.get());
-  if (status.ok()) status = OpenFolder(folder_, store);
-  if (status.ok()) status = FlushFile(store.get());
+  if (status.ok()) status = FlushFolder(folder_);
   if (!status.ok()) Remove(number);
   return status;
 }
@@ -108,7 +109,7 @@ Status UndoStore::Open(unsigned number, UndoableRun& run, FileHandle& file) cons
     return errno == ENOENT ? Status::Failure("There is no such run") : Status::System(errno);
   }
   run.number = number;
-  run.goes_on = IsLocked(file.get());
+  run.goes_on = IsJournalHeld(file.get());
   return ReadJournal(file.get(), run.journal);
 }
 

@@ -167,6 +167,21 @@ TEST_F(HostilePages, AreHarmlessInEditorAndFolders) {
   EXPECT_EQ(looks, 0);
 }
 
+TEST_F(HostilePages, AreShownAsTheyStandBeforeAnUndo) {
+  driver->Choose(4);
+  driver->Type("SearchTekst", "needle");
+  driver->Type("ReplaceText", QString(kMarkup) + QChar(0x202E));
+  driver->answers = {"ok", "replace", "replace", "replace", "replace", "replace"};
+  driver->Press("cmdSearch");
+  driver->Press("cmdSearch");
+  looks = 0;
+  looks = 0;
+  driver->answers = {"ok", "ok"};
+  driver->Find<QAction>("menuUndo")->trigger();
+  EXPECT_EQ(looks, 2);
+  EXPECT_EQ(driver->said.back(), "5 files restored.");
+}
+
 // The page of external links says no more than where the links lead.
 TEST_F(HostilePages, BecomeNoMarkupInThePageOfLinks) {
   driver->Choose(2);
@@ -184,7 +199,9 @@ TEST_F(HostilePages, MakeNoBoxLargerThanTheScreen) {
     const QSize room = dialog.screen()->availableSize();
     EXPECT_LE(dialog.height(), room.height());
     EXPECT_LE(dialog.width(), room.width());
-    EXPECT_TRUE(static_cast<QMessageBox&>(dialog).text().endsWith("..."));
+    const auto& box = static_cast<QMessageBox&>(dialog);
+    EXPECT_TRUE(box.text().endsWith("..."));
+    EXPECT_GT(box.detailedText().size(), box.text().size());
   };
   std::string lines = "first";
   for (int i = 0; i < 500; ++i) lines += "\r\nline " + std::to_string(i);

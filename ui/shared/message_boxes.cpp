@@ -38,9 +38,15 @@ QMessageBox::StandardButton Show(QWidget* parent, const std::string& text, const
                                  QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
                                  const std::string& details = {}) {
   QMessageBox box(icon, title, {}, buttons, parent);
-  if (!details.empty()) box.setDetailedText(ShownLines(details));
+  const QString all = BreakLongWords(ShownLines(text));
+  const QString beginning = Beginning(all, box);
+  if (!details.empty()) {
+    box.setDetailedText(ShownLines(details));
+  } else if (beginning != all) {
+    box.setDetailedText(ShownLines(text));
+  }
   box.setTextFormat(Qt::PlainText);
-  box.setText(Beginning(BreakLongWords(ShownLines(text)), box));
+  box.setText(beginning);
   return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 

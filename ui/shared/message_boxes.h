@@ -5,7 +5,8 @@
 #include <string>
 
 // The message boxes of the program. Texts are bytes with CR LF between lines and are shown as plain text; the
-// title is "Tessaril" unless another is given. Each waits for the user.
+// title is "Tessaril" unless another is given. Each waits for the user. What the screen has no room for is
+// among the details.
 
 namespace tessaril {
 
