@@ -68,13 +68,17 @@ void ReportView::UpdateNow() {
   shown_ = wanted_;
   if (wanted_.report == nullptr) return Fill(wanted_.line);
   const std::string_view text = std::string_view(*wanted_.report).substr(0, wanted_.size);
-  wanted_.size > kDisplayLimit ? Fill(AbbreviatedReport(text)) : Fill(text);
+  Fill(text.size() > kDisplayLimit ? AbbreviatedReport(text) : std::string(text));
   if (!searching_) wanted_ = shown_ = {};
 }
 
-void ReportView::Fill(std::string_view text) {
+// A report that grows beyond what is shown is left in the box as it is.
+void ReportView::Fill(const std::string& text) {
+  const bool is_long = text.size() > kDisplayLimit;
+  if (is_long && text == long_text_) return;
   const QScopedValueRollback<bool> filling(filling_, true);
   panel_.UdTxt->SetBytes(text);
+  long_text_ = is_long ? text : std::string();
 }
 
 }  // namespace tessaril

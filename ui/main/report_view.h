@@ -44,7 +44,7 @@ class ReportView {
   bool IsFilling() const { return filling_; }
 
  private:
-  void Fill(std::string_view text);
+  void Fill(const std::string& text);
 
   ResultsPanel& panel_;
   std::function<void(const std::string&, const std::string&)> print_;
@@ -63,6 +63,7 @@ class ReportView {
   };
   Content wanted_;
   Content shown_;
+  std::string long_text_;  // that is in the box, where it is one that is not shown whole
   QElapsedTimer since_update_;
   qint64 pause_ = 0;  // milliseconds from one update to the next
 };
