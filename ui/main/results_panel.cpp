@@ -29,6 +29,7 @@ void ResultsPanel::MakeEditable() {
 }
 
 void ResultsPanel::MakeReadOnly() {
+  if (UdTxt->isReadOnly()) return;  // is asked for after each page of a long report, and colours cost
   UdTxt->setReadOnly(true);
   SetBackground(*UdTxt, QColor(255, 255, 192));
 }
