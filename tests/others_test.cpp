@@ -135,10 +135,6 @@ struct DisturbedRun {
     DiskFiles disk;
     WatchedFiles files(disk);
     files.alone = false;
-    files.before = [this](std::string_view call, const std::string& of) {
-      if (at_door) at_door(call, of);
-      return Status();
-    };
     const RunOptions options = OptionsOf(what, scratch.path());
     const SystemFaults faults([this](std::string_view call, int number) {
       if (at_system) at_system(call, number);
@@ -154,7 +150,6 @@ struct DisturbedRun {
     } else {
       SearchRun(files, host, ProgramEntities(), options, state);
     }
-    is_read = files.read.contains(path);
     is_written = files.written.contains(path);
   }
 
@@ -174,7 +169,8 @@ struct DisturbedRun {
       if (std::none_of(change.reasons.begin(), change.reasons.end(), is_it))
         return "wrong message: " + failure;
     }
-    return has_undo ? CheckUndo(change) : "";
+    at_system = {};
+    return has_undo ? CheckUndo(change, Undo()) : "";
   }
 
   // Checks of links write a page after each correction.
@@ -183,17 +179,33 @@ struct DisturbedRun {
     return content == kWritingPage || content == whole || (ended_early && CountMarks(what, content) == 1);
   }
 
-  std::string CheckUndo(const Change& change) const {
+  UndoEnd Undo() {
+    const SystemFaults faults([this](std::string_view call, int number) {
+      if (at_system) at_system(call, number);
+      return SystemFaults::kNone;
+    });
     DiskFiles files;
     UndoPlan plan;
-    if (!plan.Make(store, 1, files).ok()) return "cannot be undone";
-    const UndoEnd end = plan.Perform(files, [] { return false; });
+    if (const Status made = plan.Make(store, 1, files); !made.ok()) return {{}, {}, {{"", made.reason()}}};
+    UndoableFiles undoable(files, store, "undo", [](const std::string&) { return false; });
+    return plan.Perform(undoable, [] { return false; });
+  }
+
+  // After an undo, while or before which the page was changed.
+  std::string CheckUndo(const Change& change, const UndoEnd& end) {
     if (!change.stands(path)) return "the undo takes what somebody did";
-    if (change.keeps_content && ContentOf(path) != kWritingPage) {
-      const bool is_told = end.failed.size() == 1 && end.failed[0].reason == "Permission denied";
-      if (!is_told) return "the page is not undone";
+    if (ContentOf(scratch / "q.htm") != kWritingPage) return "the other page is not undone";
+    const auto is_page = [this](const FileLeft& file) { return file.path == path; };
+    const bool is_told =
+        std::ranges::any_of(end.failed, is_page) || std::ranges::any_of(end.left_alone, is_page);
+    const bool is_restored = std::ranges::find(end.restored, path) != end.restored.end();
+    if (is_written && is_told == is_restored) return "says nothing of the page, or too much";
+    if (change.keeps_content && is_restored != (ContentOf(path) == kWritingPage) && is_written)
+      return "the page is not undone";
+    for (const std::string& name : scratch.Names()) {
+      if (name.starts_with(".tessaril-")) return "a temporary file stays";
     }
-    return ContentOf(scratch / "q.htm") == kWritingPage ? "" : "the other page is not undone";
+    return "";
   }
 
   const WritingRun& what;
@@ -204,9 +216,7 @@ struct DisturbedRun {
   const std::string path = scratch / "p.htm";
   CorrectingHost host;
   RunState state;
-  std::function<void(std::string_view call, const std::string& path)> at_door;
   std::function<void(std::string_view call, int number)> at_system;
-  bool is_read = false;
   bool is_written = false;
 };
 
@@ -256,6 +266,39 @@ TEST(Others, ChangeAPageAtAnyMoment) {
   int started = 0;
   for (const WritingRun& what : AllWritingRuns()) {
     for (const bool has_undo : {false, true}) ChangeAtAnyMoment(what, has_undo, started);
+  }
+}
+
+// The same in an undo, the looks at the pages before it among them.
+TEST(Others, ChangeAPageWhileItIsUndone) {
+  ProgramEntities();
+  const OtherUser user(true);
+  int started = 0;
+  for (const WritingRun& what : AllWritingRuns()) {
+    if (what.name != "replace" && what.name != "links, asked") continue;  // one change and several
+    int calls = 0;
+    DisturbedRun whole(what, true);
+    whole.Go();
+    whole.at_system = [&](std::string_view, int number) { calls = number; };
+    ASSERT_EQ(whole.Undo().restored.size(), 2U);
+    for (const Change& change : AllChanges()) {
+      const int step = IsLongForm() ? 1 : 29;
+      for (int nth = 1 + started++ % step; nth <= calls; nth += step) {
+        DisturbedRun run(what, true);
+        run.Go();
+        std::string moment;
+        run.at_system = [&](std::string_view call, int number) {
+          if (number != nth || call == "renameat") return;
+          moment = call;
+          change.make(run.path);
+        };
+        const UndoEnd end = run.Undo();
+        if (moment.empty()) continue;
+        EXPECT_EQ(run.CheckUndo(change, end), "")
+            << what.name << ", " << change.name << " before " << moment << " (" << nth << ") of the undo";
+        if (testing::Test::HasFailure()) return;
+      }
+    }
   }
 }
 
