@@ -120,7 +120,8 @@ std::string NoUndo(const Status& status) {
   return "no undo can be kept: " + status.reason() + " (--no-undo goes on without)";
 }
 
-bool EndForWantOfUndo(const std::string&) {
+bool EndForWantOfUndo(const std::string& reason) {
+  Refuse(NoUndo(Status::Failure(reason)));
   Interrupt();
   return false;
 }

@@ -291,6 +291,9 @@ TEST_F(UndoTest, KeepsTheLastRuns) {
   store.Prune();
   EXPECT_EQ(Numbers(), std::vector<unsigned>{25});
   EXPECT_FALSE(fs::exists(store.folder() + "/49") || fs::exists(store.folder() + "/50"));
+  fs::create_directories(store.folder() + "/4294967295");  // after which there is no number
+  change(26);
+  EXPECT_EQ(Numbers(), std::vector<unsigned>{26});
 }
 
 TEST_F(UndoTest, TellsOfFoldersThatAreNotFlushed) {
@@ -442,14 +445,20 @@ TEST_F(TslUndo, ChangesNothingWhereNoUndoCanBeKept) {
   EXPECT_EQ(Run({"replace", "hit", "new", folder, "--yes", "--no-undo"}).status, 0);
   EXPECT_EQ(scratch.Read("site/a.htm").substr(0, 3), "new");
   fs::remove(scratch / "user/tessaril");
-  const ProgramEnd end = RunTsl({"replace", "new", "hit", folder, "--yes"}, [this] {
-    setenv("XDG_DATA_HOME", (scratch / "user").c_str(), 1);
-    const rlimit nothing{0, 0};
-    setrlimit(RLIMIT_FSIZE, &nothing);
-  });
-  EXPECT_EQ(end.status, 2);
-  EXPECT_NE(end.err.find("undo: File too large"), std::string::npos) << end.err;
-  EXPECT_EQ(scratch.Read("site/a.htm").substr(0, 3), "new");
+  // Before the journal is begun, and in the middle of the run.
+  scratch.Write("site/a.htm", "new" + std::string(3000, ' '));
+  for (const rlim_t most : {0, 2000}) {
+    const ProgramEnd end = RunTsl({"replace", "new", "hit", folder, "--yes"}, [&] {
+      setenv("XDG_DATA_HOME", (scratch / "user").c_str(), 1);
+      const rlimit limit{most, most};
+      setrlimit(RLIMIT_FSIZE, &limit);
+    });
+    EXPECT_EQ(end.status, 2);
+    EXPECT_TRUE(end.err.starts_with("tsl: no undo can be kept: ")) << end.err;
+    EXPECT_NE(end.err.find("undo: File too large (--no-undo goes on without)\n"), std::string::npos)
+        << end.err;
+    EXPECT_EQ(scratch.Read("site/a.htm").substr(0, 3), "new");
+  }
 }
 
 }  // namespace

@@ -21,6 +21,7 @@ namespace tessaril {
 namespace {
 
 constexpr const char* kLockName = "lock";
+constexpr unsigned kMostNumber = 999'999'999;  // runs never get there; what is called by a larger one is none
 
 Status OpenFolder(const std::string& path, FileHandle& folder) {
   folder = FileHandle(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -67,7 +68,7 @@ Status UndoStore::Numbers(std::vector<unsigned>& numbers) const {
     unsigned number = 0;
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
     const bool is_number = error == std::errc() && end == name.data() + name.size();
-    if (is_number && name == std::to_string(number)) numbers.push_back(number);
+    if (is_number && number <= kMostNumber && name == std::to_string(number)) numbers.push_back(number);
     errno = 0;
   }
   if (errno != 0) return Status::System(errno);
