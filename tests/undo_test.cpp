@@ -447,7 +447,7 @@ TEST_F(TslUndo, ChangesNothingWhereNoUndoCanBeKept) {
   fs::remove(scratch / "user/tessaril");
   // Before the journal is begun, and in the middle of the run.
   scratch.Write("site/a.htm", "new" + std::string(3000, ' '));
-  for (const rlim_t most : {0, 2000}) {
+  for (const rlim_t most : {rlim_t{0}, rlim_t{2000}}) {
     const ProgramEnd end = RunTsl({"replace", "new", "hit", folder, "--yes"}, [&] {
       setenv("XDG_DATA_HOME", (scratch / "user").c_str(), 1);
       const rlimit limit{most, most};
