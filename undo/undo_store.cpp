@@ -28,12 +28,6 @@ Status OpenFolder(const std::string& path, FileHandle& folder) {
   return folder.is_open() ? Status() : Status::System(errno);
 }
 
-Status FlushFolder(const std::string& path) {
-  FileHandle folder;
-  Status status = OpenFolder(path, folder);
-  return status.ok() ? FlushFile(folder.get()) : status;
-}
-
 // Creates a folder and those above it; on the disk when it returns.
 Status MakeFolders(const std::string& folder) {
   if (mkdir(folder.c_str(), 0700) != 0) {
@@ -42,7 +36,8 @@ Status MakeFolders(const std::string& folder) {
     if (Status status = MakeFolders(std::string(FolderOf(folder))); !status.ok()) return status;
     if (mkdir(folder.c_str(), 0700) != 0) return errno == EEXIST ? Status() : Status::System(errno);
   }
-  return FlushFolder(std::string(FolderOf(folder)));
+  FileHandle above;  // one that may be written and not read cannot be flushed
+  return OpenFolder(std::string(FolderOf(folder)), above).ok() ? FlushFile(above.get()) : Status();
 }
 
 // Of a run that ended before it had begun its journal.
@@ -91,11 +86,12 @@ Status UndoStore::Begin(std::string_view what, unsigned& number, JournalWriter& 
   if (Status status = Numbers(numbers); !status.ok()) return status;
   number = numbers.empty() ? 1 : numbers.front() + 1;
   if (mkdir(PathOf(number).c_str(), 0700) != 0) return Status::System(errno);
-  FileHandle folder;
+  FileHandle store, folder;
   Status status = OpenFolder(PathOf(number), folder);
   if (status.ok()) status = journal.Create(folder.get(), std::time(nullptr), what);
   if (status.ok()) status = FlushFile(folder.get());
-  if (status.ok()) status = FlushFolder(folder_);
+  if (status.ok()) status = OpenFolder(folder_, store);
+  if (status.ok()) status = FlushFile(store.get());
   if (!status.ok()) Remove(number);
   return status;
 }

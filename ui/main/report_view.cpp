@@ -45,6 +45,7 @@ void ReportView::BeginSearch() {
   since_update_.start();
   wanted_ = {};
   shown_ = {};
+  long_text_.clear();
   panel_.MakeEditable();
 }
 
