@@ -262,7 +262,7 @@ TEST(Faults, WhatMayNotBeWrittenStays) {
     host.takes_proposals = true;
     RunState state;
     {
-      const OtherUser user(true);
+      const OtherUser user;
       DiskFiles files;
       SearchRun(files, host, ProgramEntities(), OptionsOf(what, site), state);
     }

@@ -262,7 +262,7 @@ void ChangeAtAnyMoment(const WritingRun& what, bool has_undo, int& started) {
 
 TEST(Others, ChangeAPageAtAnyMoment) {
   ProgramEntities();
-  const OtherUser user(true);
+  const OtherUser user;
   int started = 0;
   for (const WritingRun& what : AllWritingRuns()) {
     for (const bool has_undo : {false, true}) ChangeAtAnyMoment(what, has_undo, started);
@@ -272,7 +272,7 @@ TEST(Others, ChangeAPageAtAnyMoment) {
 // The same in an undo, the looks at the pages before it among them.
 TEST(Others, ChangeAPageWhileItIsUndone) {
   ProgramEntities();
-  const OtherUser user(true);
+  const OtherUser user;
   int started = 0;
   for (const WritingRun& what : AllWritingRuns()) {
     if (what.name != "replace" && what.name != "links, asked") continue;  // one change and several
@@ -305,7 +305,7 @@ TEST(Others, ChangeAPageWhileItIsUndone) {
 // At the moments that last: a page is listed, read, put to the user.
 TEST(Others, ChangeAPageWhileTheUserThinks) {
   ProgramEntities();
-  const OtherUser user(true);
+  const OtherUser user;
   for (const WritingRun& what : AllWritingRuns()) {
     DisturbedRun whole(what, false);
     whole.Go();

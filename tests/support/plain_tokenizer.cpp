@@ -132,11 +132,10 @@ class PlainTree {
   // What is open around SVG and MathML is not known; an end tag in them is taken for the one of an element
   // around where its name is one of HTML.
   bool IsForgotten(std::size_t index) const {
-    for (std::size_t i = 0; i < index; ++i) {
-      if (open_[i].space != kHtml) return false;
-    }
-    return Lists(" foreignobject desc mi mtext g annotation-xml mglyph ", open_[index].name) &&
-           std::any_of(open_.begin(), open_.end(), [](const Element& node) { return node.space != kHtml; });
+    const auto around_end =
+        std::find_if(open_.begin(), open_.end(), [](const Element& node) { return node.space != kHtml; });
+    return around_end != open_.end() && index < static_cast<std::size_t>(around_end - open_.begin()) &&
+           Lists(" foreignobject desc mi mtext g annotation-xml mglyph ", open_[index].name);
   }
   void HtmlEnd(const std::string& name) {
     if (name == "br" || name == "body" || name == "html" || name == "head") return;

@@ -175,7 +175,6 @@ TEST_F(HostilePages, AreShownAsTheyStandBeforeAnUndo) {
   driver->Press("cmdSearch");
   driver->Press("cmdSearch");
   looks = 0;
-  looks = 0;
   driver->answers = {"ok", "ok"};
   driver->Find<QAction>("menuUndo")->trigger();
   EXPECT_EQ(looks, 2);
